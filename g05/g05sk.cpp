@@ -1,0 +1,45 @@
+// g05sk: Normal variates N(xmu, var) by inversion.
+//
+// Each variate takes one uniform u from the generator (the chapter's uniform
+// fill) and becomes sd * Q(u) + xmu, sd = sqrt(var), with Q the Normal inverse
+// kernel (g05/normal_inverse.cpp): first the whole fill, then the
+// transformation in place, so that the variates are, bit for bit, the
+// scalar kernel's values for the uniforms that the same state gives to the
+// uniform fill.  The transformation runs in the SIMD block kernel.
+//
+// var = 0 sets every element to xmu without drawing: the state does not
+// advance (a caller who counts stream positions must allow for it).
+#include "g05/g05sk.h"
+
+#include <algorithm>
+#include <cmath>
+
+#include "frame/errbuf.h"
+#include "g05/normal_inverse.h"
+#include "g05/uniform.h"
+
+namespace {
+
+// An invalid state is status 4; the fill's second kind of state fault is 6.
+void state_fault(char *errbuf, int64_t *ifail, int64_t fill_status) {
+  if (fill_status == 6) return zem::fail(errbuf, ifail, 6, 1004);
+  return zem::fail(errbuf, ifail, 4, 1003);
+}
+
+}  // namespace
+
+ZEM_INTERNAL void g05skfn_(engine_data *, const int64_t *n, const double *xmu, const double *var, int64_t *state,
+                           double *x, char *errbuf, int64_t *ifail) {
+  if (*n < 0) return zem::fail(errbuf, ifail, 1, 1001, *n);
+  if (!(*var >= 0.0)) return zem::fail(errbuf, ifail, 3, 1002, *var);
+  // A fill of no numbers checks the state and draws nothing.
+  if (const int64_t s = zem::g05::uniform_fill(state, 0, x)) return state_fault(errbuf, ifail, s);
+
+  if (*var == 0.0) {
+    std::fill_n(x, *n, *xmu);
+    return zem::succeed(ifail);
+  }
+  if (const int64_t s = zem::g05::uniform_fill(state, *n, x)) return state_fault(errbuf, ifail, s);
+  zem::g05::normal_inverse_affine(x, *n, std::sqrt(*var), *xmu);
+  zem::succeed(ifail);
+}
