@@ -7,4 +7,8 @@ module zem
   private :: int64, real64
   include 'zem_frame.fi'
   include 'zem_c05.fi'
+  include 'zem_d01.fi'
+  include 'zem_g01.fi'
+  include 'zem_g05.fi'
+  include 'zem_s15.fi'
 end module zem

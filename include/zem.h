@@ -85,6 +85,10 @@ extern const int Zem_EnumTableTypeSize;
 /* ---- Routines, by chapter ---------------------------------------------- */
 #include "zem_frame.h"
 #include "zem_c05.h"
+#include "zem_d01.h"
+#include "zem_g01.h"
+#include "zem_g05.h"
+#include "zem_s15.h"
 
 #ifdef __cplusplus
 }
