@@ -12,18 +12,26 @@
 // figures.
 #include "g01/g01fa.h"
 
-#include "frame/errbuf.h"
 #include "g01/tail.h"
 #include "g05/normal_inverse.h"
 
-ZEM_INTERNAL void g01fafn_(engine_data *, const char *tail, const double *p, double *result,
-                           char *errbuf, int64_t *ifail, size_t tail_len) {
+// Both ends of 0 < p < 1 share status 2; the detail code tells them apart.
+inline constexpr zem::message g01fa_messages[] = {
+    {1, 1001, NE_BAD_PARAM, {"On entry, tail = '%s'.", "Constraint: tail = 'L', 'U', 'S' or 'C'."}},
+    {2, 99998, NE_REAL_ARG_LE, {"On entry, p = %s.", "Constraint: p > 0.0."}},
+    {2, 89998, NE_REAL_ARG_GE, {"On entry, p = %s.", "Constraint: p < 1.0."}},
+};
+
+ZEM_ENGINE_LAYERS(g01fa, G01FA_ARGS)
+
+ZEM_INTERNAL void g01fafn_(engine_data *, const char *tail, const double *p, double *result, char *errbuf,
+                           int64_t *ifail, size_t tail_len) {
   using zem::g01::tail_kind;
   using zem::g05::normal_inverse;
+  *ifail = 0;
   *result = 0.0;
   const tail_kind t = zem::g01::read_tail(tail, tail_len);
   if (t == tail_kind::invalid) return zem::fail(errbuf, ifail, 1, 1001, zem::g01::shown_tail(tail, tail_len));
-  // One status for both ends of 0 < p < 1, told apart by the detail code:
   // 99998 for p <= 0, 89998 for p >= 1.  A NaN passes both tests.
   const double v = *p;
   if (v <= 0.0 || v >= 1.0) return zem::fail(errbuf, ifail, 2, 89998 + (v <= 0.0 ? 10000 : 0), v);
@@ -34,5 +42,25 @@ ZEM_INTERNAL void g01fafn_(engine_data *, const char *tail, const double *p, dou
     case tail_kind::signif: *result = -normal_inverse(0.5 * v); break;
     default: *result = normal_inverse(0.5 * v + 0.5); break;
   }
-  zem::succeed(ifail);
+}
+
+ZEM_API double g01faf_(const char *tail, const double *p, int64_t *ifail, size_t tail_len) {
+  zem::f_entry call("g01faf", g01fa_messages);
+  double result = 0.0;
+  g01faft_(&call.en_data, tail, p, &result, call.errbuf, &call.status, tail_len);
+  call.finish(ifail);
+  return result;
+}
+
+ZEM_API double g01fac(Zem_TailProbability tail, double p, Zem_Fail *fail) {
+  zem::c_entry call("g01fac", g01fa_messages, fail);
+  const char t = zem::g01::tail_character(tail);
+  if (!t) {
+    call.bad_param("tail");
+    return 0.0;
+  }
+  double result = 0.0;
+  g01faft_(&call.en_data, &t, &p, &result, call.errbuf, &call.status, 1);
+  call.finish();
+  return result;
 }

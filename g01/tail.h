@@ -7,6 +7,8 @@
 
 #include <cstddef>
 
+#include <zem.h>
+
 namespace zem::g01 {
 
 // Which probability p is meant for a deviate x of a standard Normal X.
@@ -32,5 +34,17 @@ inline tail_kind read_tail(const char *s, size_t len) {
 // The character a failure message shows: the one passed, or a blank for an
 // empty string.
 inline char shown_tail(const char *s, size_t len) { return len < 1 ? ' ' : s[0]; }
+
+// The C entry's translation of its enumeration member; 0 for a value that
+// is not a member.
+inline char tail_character(Zem_TailProbability t) {
+  switch (t) {
+    case Zem_LowerTail: return 'L';
+    case Zem_UpperTail: return 'U';
+    case Zem_TwoTailSignif: return 'S';
+    case Zem_TwoTailConfid: return 'C';
+    default: return 0;
+  }
+}
 
 }  // namespace zem::g01

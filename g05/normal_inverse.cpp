@@ -42,6 +42,8 @@
 #include <cstring>
 #include <string_view>
 
+#include "frame/constants.h"
+
 namespace zem::g05 {
 namespace {
 
@@ -52,8 +54,8 @@ constexpr double split2 = 5.0;      // r bound of the intermediate region
 constexpr double const2 = 1.6;      // centre shift of the intermediate region
 
 // Safe range (x02am): smallest positive double whose reciprocal does not
-// overflow, 0x0010000000000001 = 2^-1022 (1 + 2^-52).
-constexpr double safe_range = 2.225073858507202e-308;
+// overflow, 0x0010000000000001 = 2^-1022 (1 + 2^-52) = 2.225073858507202e-308.
+constexpr double safe_range = zem::safe_min;
 
 // Coefficients published with AS 241, constant term first.  Central region,
 // numerator A and denominator B (B's constant term is 1).

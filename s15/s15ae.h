@@ -1,10 +1,9 @@
 // s15ae: the error function erf(x).
 #pragma once
 
-#include <cstdint>
+#include "frame/frame.h"
 
-#include "frame/engine.h"
+// result := erf(x).  No failure exit.
+#define S15AE_ARGS(V, A, U) V(const double *, x) V(double *, result) V(char *, errbuf) V(int64_t *, ifail)
 
-// result := erf(x).  No failure exit: ifail is set to 0.
-ZEM_INTERNAL void s15aefn_(engine_data *en_data, const double *x, double *result, char *errbuf,
-                           int64_t *ifail);
+ZEM_INTERNAL void s15aefn_(ZEM_PARAMS(S15AE_ARGS));

@@ -11,7 +11,7 @@
 //          exact - true inverse (the published approximation's error);
 //          "argument": the effect of rounding 0.5 p + 0.5 ('C' only).
 //
-// Usage: g01_accuracy_report [data directory of tests/, default tests]
+// Usage: g01_accuracy_report [the tests/ directory holding g01/data and s15/data]
 #include <cstdio>
 #include <string>
 
@@ -91,7 +91,7 @@ void report_function(const std::string &path, Worker worker) {
 }  // namespace
 
 int main(int argc, char **argv) {
-  const std::string dir = argc > 1 ? argv[1] : "tests";
+  const std::string dir = argc > 1 ? argv[1] : ZEM_SOURCE_DIR "/tests";
   std::printf("## g01ea\n\n");
   report_probabilities(dir);
   std::printf("\n## g01fa\n\n");

@@ -28,7 +28,7 @@ outcome g01ea(char tail, double x) {
   return o;
 }
 
-const std::string data = std::string(ZEM_SOURCE_DIR) + "/tests/g01/data/g01ea_reference.txt";
+const std::string data = ZEM_TEST_DATA "/g01ea_reference.txt";
 
 // Against the exact formula at the rounded argument fl(x c): the error of the
 // platform's erfc/erf (and of halving a subnormal), a few units at most.

@@ -30,7 +30,7 @@ outcome g01fa(char tail, double p) {
 
 bool same_bits(double a, double b) { return std::memcmp(&a, &b, sizeof a) == 0; }
 
-const std::string data = std::string(ZEM_SOURCE_DIR) + "/tests/g01/data/g01fa_reference.txt";
+const std::string data = ZEM_TEST_DATA "/g01fa_reference.txt";
 
 // Against the exact inverse at the argument the routine forms (p, p, p/2,
 // fl(p/2 + 1/2)): the kernel's own error, AS 241's approximation plus the

@@ -33,7 +33,7 @@ double s15ae(double x) {
   return y;
 }
 
-const std::string dir = std::string(ZEM_SOURCE_DIR) + "/tests/s15/data/";
+const std::string dir = ZEM_TEST_DATA "/";
 
 // The platform's erfc and erf: a few units in the last place.
 TEST(S15adAccuracy, WithinThreeUlp) {
