@@ -65,11 +65,15 @@ inline void take_user_flag(engine_data *en_data, const Zem_Comm *comm) {
 class c_entry {
  public:
   engine_data en_data;
-  char errbuf[errbuf_len] = {};
+  // The message record: written in full by the engine when it fails; only
+  // its first character is set here (an empty record parses as no record),
+  // which keeps a successful call from paying for clearing 200 bytes.
+  char errbuf[errbuf_len];
   int64_t status = 1;  // the engine never prints: every failure is quiet
 
   c_entry(const char *routine, message_table table, Zem_Fail *fail)
       : routine_(routine), table_(table), fail_(fail) {
+    errbuf[0] = '\0';
     f90_io_init();
     if (fail_) {
       fail_->code = 0;
@@ -92,9 +96,15 @@ class c_entry {
 
   // Translates the engine's status and record; reports success through the
   // error exit when nothing else was reported (so the handler always runs).
-  void finish();
+  // A success without a fail record has nothing to report.
+  void finish() {
+    if (status == 0 && !fail_) return;
+    finish_report();
+  }
 
  private:
+  void finish_report();
+
   const char *routine_;
   message_table table_;
   Zem_Fail *fail_;
@@ -105,13 +115,22 @@ class c_entry {
 class f_entry {
  public:
   engine_data en_data;
-  char errbuf[errbuf_len] = {};
+  char errbuf[errbuf_len];  // as in c_entry
   int64_t status = 1;
 
   f_entry(const char *routine, message_table table) : routine_(routine), table_(table) {
+    errbuf[0] = '\0';
     y90haan_(&en_data);
   }
-  void finish(int64_t *ifail) { report_f(routine_, table_, status, errbuf, ifail); }
+  // Success is ifail = 0 whatever ifail was on entry (the error exit's own
+  // first step, taken here without the call).
+  void finish(int64_t *ifail) {
+    if (status == 0) {
+      *ifail = 0;
+      return;
+    }
+    report_f(routine_, table_, status, errbuf, ifail);
+  }
 
  private:
   const char *routine_;

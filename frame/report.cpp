@@ -98,8 +98,8 @@ void report_c(const char *routine, message_table table, int64_t status, const ch
 
 void report_f(const char *routine, message_table table, int64_t status, const char *errbuf, int64_t *ifail) {
   char lines[max_message_lines][f_line_len];
-  std::memset(lines, ' ', sizeof lines);
   int64_t nlines = 0;
+  if (status != 0) std::memset(lines, ' ', sizeof lines);  // status 0: no lines are read
   auto put = [&](const char *text) {
     std::memcpy(lines[nlines++], text, std::min<size_t>(std::strlen(text), f_line_len));
   };
@@ -139,8 +139,8 @@ void c_entry::bad_param(const char *arg) {
   p01acc_c(text, NE_BAD_PARAM, routine_, fail_);
 }
 
-void c_entry::finish() {
-  report_c(routine_, table_, status, errbuf, fail_);
+void c_entry::finish_report() {
+  if (status != 0) report_c(routine_, table_, status, errbuf, fail_);
   if (fail_ && fail_->code == NE_NOERROR) p01acc_c(nullptr, NE_NOERROR, routine_, fail_);
 }
 
@@ -173,8 +173,11 @@ ZEM_INTERNAL void p01acc_c(const char *message, int code, const char *routine, Z
   // The handler runs before the copy: the record's message still holds the
   // previous text while it runs.
   if (fail->handler) fail->handler(message, code, routine);
-  std::strncpy(fail->message, message, sizeof fail->message - 1);
-  fail->message[sizeof fail->message - 1] = '\0';
+  // Copied up to its terminator (not padded: a success, the common case,
+  // stays cheap).
+  const size_t n = strnlen(message, sizeof fail->message - 1);
+  std::memcpy(fail->message, message, n);
+  fail->message[n] = '\0';
 }
 
 ZEM_INTERNAL void p01abzu_(int64_t *ifail, const int64_t *status, const char *routine, const char *lines,
