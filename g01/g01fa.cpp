@@ -24,6 +24,20 @@ inline constexpr zem::message g01fa_messages[] = {
 
 ZEM_ENGINE_LAYERS(g01fa, G01FA_ARGS)
 
+namespace {
+
+// The failures, kept out of the worker's straight path: the worker is called
+// in loops, and its success path should not pay for writing a record.
+[[gnu::cold, gnu::noinline]] void fail_tail(char *errbuf, int64_t *ifail, const char *tail, size_t tail_len) {
+  zem::fail(errbuf, ifail, 1, 1001, zem::g01::shown_tail(tail, tail_len));
+}
+[[gnu::cold, gnu::noinline]] void fail_p(char *errbuf, int64_t *ifail, double p) {
+  // 99998 for p <= 0, 89998 for p >= 1.
+  zem::fail(errbuf, ifail, 2, 89998 + (p <= 0.0 ? 10000 : 0), p);
+}
+
+}  // namespace
+
 ZEM_INTERNAL void g01fafn_(engine_data *, const char *tail, const double *p, double *result, char *errbuf,
                            int64_t *ifail, size_t tail_len) {
   using zem::g01::tail_kind;
@@ -31,10 +45,9 @@ ZEM_INTERNAL void g01fafn_(engine_data *, const char *tail, const double *p, dou
   *ifail = 0;
   *result = 0.0;
   const tail_kind t = zem::g01::read_tail(tail, tail_len);
-  if (t == tail_kind::invalid) return zem::fail(errbuf, ifail, 1, 1001, zem::g01::shown_tail(tail, tail_len));
-  // 99998 for p <= 0, 89998 for p >= 1.  A NaN passes both tests.
+  if (t == tail_kind::invalid) return fail_tail(errbuf, ifail, tail, tail_len);
   const double v = *p;
-  if (v <= 0.0 || v >= 1.0) return zem::fail(errbuf, ifail, 2, 89998 + (v <= 0.0 ? 10000 : 0), v);
+  if (v <= 0.0 || v >= 1.0) return fail_p(errbuf, ifail, v);  // a NaN passes both tests
 
   switch (t) {
     case tail_kind::lower: *result = normal_inverse(v); break;

@@ -37,6 +37,7 @@
 // are the scalar kernel's own operations, hence its bits.
 #include "g05/normal_inverse.h"
 
+#include <bit>
 #include <cmath>
 #include <cstdlib>
 #include <cstring>
@@ -47,26 +48,22 @@
 namespace zem::g05 {
 namespace {
 
-// Region boundaries (AS 241's SPLIT1, CONST1, SPLIT2, CONST2).
-constexpr double split1 = 0.425;    // |q| bound of the central region
-constexpr double const1 = 0.180625; // split1^2
-constexpr double split2 = 5.0;      // r bound of the intermediate region
-constexpr double const2 = 1.6;      // centre shift of the intermediate region
+using detail::a;
+using detail::b;
+using detail::const1;
+using detail::poly;
+using detail::split1;
+
+// The tails' boundaries (AS 241's SPLIT2 and CONST2).
+constexpr double split2 = 5.0;  // r bound of the intermediate region
+constexpr double const2 = 1.6;  // centre shift of the intermediate region
 
 // Safe range (x02am): smallest positive double whose reciprocal does not
 // overflow, 0x0010000000000001 = 2^-1022 (1 + 2^-52) = 2.225073858507202e-308.
 constexpr double safe_range = zem::safe_min;
 
-// Coefficients published with AS 241, constant term first.  Central region,
-// numerator A and denominator B (B's constant term is 1).
-constexpr double a[8] = {
-    3.3871328727963666080e0,  1.3314166789178437745e+2, 1.9715909503065514427e+3,
-    1.3731693765509461125e+4, 4.5921953931549871457e+4, 6.7265770927008700853e+4,
-    3.3430575583588128105e+4, 2.5090809287301226727e+3};
-constexpr double b[8] = {
-    1.0,                      4.2313330701600911252e+1, 6.8718700749205790830e+2,
-    5.3941960214247511077e+3, 2.1213794301586595867e+4, 3.9307895800092710610e+4,
-    2.8729085735721942674e+4, 5.2264952788528545610e+3};
+// Coefficients published with AS 241, constant term first (the central
+// region's are in normal_inverse.h).
 // Intermediate region, 1.6 <= r <= 5 (shifted by 1.6).
 constexpr double c[8] = {
     1.42343711074968357734e0,  4.63033784615654529590e0,  5.76949722146069140550e0,
@@ -86,27 +83,21 @@ constexpr double f[8] = {
     1.48753612908506148525e-2, 7.86869131145613259100e-4, 1.84631831751005468180e-5,
     1.42151175831644588870e-7, 2.04426310338993978564e-15};
 
-// Estrin's scheme for a polynomial of degree 7 with coefficients k[0..7],
-// given r, r2 = r^2 and r4 = r2^2.  One expression for the scalar and the
-// SIMD code (a vector-valued helper function would change its calling
-// convention with the instruction set), so both round alike.
-#define ZEM_ESTRIN7(k, r, r2, r4) \
-  ((((k)[0] + (k)[1] * (r)) + ((k)[2] + (k)[3] * (r)) * (r2)) + (((k)[4] + (k)[5] * (r)) + ((k)[6] + (k)[7] * (r)) * (r2)) * (r4))
-
-[[gnu::always_inline]] inline double poly(const double (&k)[8], double r) {
-  const double r2 = r * r, r4 = r2 * r2;
-  return ZEM_ESTRIN7(k, r, r2, r4);
+// q < 0 ? a : b, and q < 0 ? -x : x, by masks rather than branches: in the
+// tails the side is as random as the uniforms, and a mispredicted branch
+// costs more than the whole selection.  Same values as the selections the
+// SIMD code makes.
+[[gnu::always_inline]] inline double select_negative(double q, double a, double b) {
+  const uint64_t m = -static_cast<uint64_t>(q < 0.0);
+  return std::bit_cast<double>((std::bit_cast<uint64_t>(a) & m) | (std::bit_cast<uint64_t>(b) & ~m));
 }
-
-// Step 1: the central region, |q| <= split1.
-[[gnu::always_inline]] inline double central(double q) {
-  const double r = const1 - q * q;
-  return q * poly(a, r) / poly(b, r);
+[[gnu::always_inline]] inline double negate_if_negative(double q, double x) {
+  return std::bit_cast<double>(std::bit_cast<uint64_t>(x) ^ (static_cast<uint64_t>(q < 0.0) << 63));
 }
 
 // Step 2: r = sqrt(-ln min(p, 1 - p)), with the safe-range guard.
 [[gnu::always_inline]] inline double tail_radius(double p, double q) {
-  double r = q < 0.0 ? p : 1.0 - p;
+  double r = select_negative(q, p, 1.0 - p);
   if (std::fabs(r) <= 0.0) r = safe_range;
   return std::sqrt(-std::log(r));
 }
@@ -122,16 +113,9 @@ constexpr double f[8] = {
     r -= split2;
     x = poly(e, r) / poly(f, r);
   }
-  return q < 0.0 ? -x : x;
+  return negate_if_negative(q, x);
 }
 
-[[gnu::noinline]] double tail(double p, double q) { return tail_finish(tail_radius(p, q), q); }
-
-[[gnu::always_inline]] inline double scalar(double p) {
-  const double q = p - 0.5;
-  if (std::fabs(q) <= split1) return central(q);
-  return tail(p, q);
-}
 
 // Chunk length of the block kernel: its index list and saved uniforms stay
 // in the first-level cache.
@@ -173,7 +157,7 @@ template <typename vec>
       const vec z = sd * y + xmu;
       std::memcpy(u + i, &z, sizeof z);
     }
-    for (; i < m; ++i) u[i] = sd * central(u[i] - 0.5) + xmu;
+    for (; i < m; ++i) u[i] = sd * detail::central(u[i] - 0.5) + xmu;
     // Pass 3: the listed elements, by the tail formula.  The list is padded
     // to whole groups of W with a harmless value that is never stored.
     // (a) r = min(p, 1 - p) with the guard, in lanes (selections without
@@ -246,11 +230,9 @@ kernel_isa choose_isa() {
   return kernel_isa::generic;
 }
 
-#undef ZEM_ESTRIN7
-
 }  // namespace
 
-double normal_inverse(double p) { return scalar(p); }
+double detail::tail(double p, double q) { return tail_finish(tail_radius(p, q), q); }
 
 kernel_isa normal_inverse_isa() {
   // Decided once per process; immutable afterwards.
