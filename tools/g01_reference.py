@@ -260,7 +260,8 @@ def p_region(p):
     t = 1.0 - p  # exact for p >= 0.5
     for lo, hi in P_LOW:
         if t < hi:
-            return "(1-%.3g,1-%.3g]" % (hi, lo)
+            # 1 - p is at least 2^-53 for a double p < 1.
+            return "(1-%.3g,1-%.3g]" % (hi, max(lo, 2.0 ** -53))
     raise ValueError(p)
 
 
