@@ -141,7 +141,14 @@ void c_entry::bad_param(const char *arg) {
 
 void c_entry::finish_report() {
   if (status != 0) report_c(routine_, table_, status, errbuf, fail_);
-  if (fail_ && fail_->code == NE_NOERROR) p01acc_c(nullptr, NE_NOERROR, routine_, fail_);
+  if (fail_ && fail_->code == NE_NOERROR) {
+    // The success report of the C error exit (code 0 with a record: store
+    // the code, call the handler, copy the message), with the message's
+    // length known here.
+    static constexpr char no_error[] = "NE_NOERROR:\n  No error.";
+    if (fail_->handler) fail_->handler(no_error, NE_NOERROR, routine_);
+    std::memcpy(fail_->message, no_error, sizeof no_error);
+  }
 }
 
 }  // namespace zem
