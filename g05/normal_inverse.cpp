@@ -25,7 +25,7 @@
 // Its dependency chain is half as long as Horner's rule's; since in every
 // region all coefficients and the argument are non-negative, no term
 // cancels, and the measured rounding error is no larger than Horner's (at
-// most 3.1 units in the last place against AS 241 evaluated exactly, where
+// most 3.2 units in the last place against AS 241 evaluated exactly, where
 // Horner's rule gave 4.0).
 //
 // Block kernel.  Uniforms fall into the central region with probability
