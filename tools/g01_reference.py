@@ -8,9 +8,10 @@ Writes, with mpmath at 80 significant digits (30 are kept):
   tests/s15/data/s15ae_reference.txt  erf(x)
 
 Every input is a double (written in hexadecimal, so it reads back exactly) and
-every reference value is exact at that double, rounded to 30 significant
-digits; the tests measure errors in units in the last place of the double
-nearest the reference.  The tail definitions, for a standard Normal variable X:
+every reference value is exact at that double: 30 significant digits for the
+reader, and for the tests a pair "hi units" (hi the double nearest the value,
+in hexadecimal, and the rest in units in the last place), so that errors in
+units in the last place are measured in double arithmetic alone.  The tail definitions, for a standard Normal variable X:
   L  P(X <= x)          U  P(X >= x)
   S  P(|X| >= |x|)      C  P(|X| <= |x|)
 and the deviates invert them: the x >= 0 with S(x) = p and C(x) = p.
@@ -43,10 +44,30 @@ COMMAND = "/usr/bin/python3 tools/g01_reference.py (mpmath %s, %d digits)" % (mp
 
 
 def fmt(v):
-    """30 significant digits, exponent form (reads back as long double)."""
+    """30 significant digits, for the reader of the file."""
     if v == 0:
         return "0"
     return mp.nstr(mp.mpf(v), DIGITS, min_fixed=1, max_fixed=0, strip_zeros=False)
+
+
+def ulp(v):
+    """The spacing of doubles at v: 2^(e - 52) for |v| in [2^e, 2^(e+1)),
+    and 2^-1074 below 2^-1022."""
+    a = abs(mp.mpf(v))
+    if a < mp.mpf(2) ** -1022:
+        return mp.mpf(2) ** -1074
+    return mp.mpf(2) ** (int(mp.floor(mp.log(a, 2))) - 52)
+
+
+def pair(v):
+    """The value as "hi units": hi the double nearest v (hexadecimal), units
+    the rest v - hi in units of the spacing of doubles at v.  Tests measure
+    errors with these in double arithmetic alone, in the subnormal range
+    too (no wider type needed)."""
+    v = mp.mpf(v)
+    hi = float(v)
+    units = float((v - mp.mpf(hi)) / ulp(v))
+    return "%s %s" % (float.hex(hi), repr(units))
 
 
 # ---------------------------------------------------------------------------
@@ -290,30 +311,32 @@ def header(f, what, columns):
 def write_probabilities(path, rng):
     with open(path, "w") as f:
         header(f, "Standard Normal tail probabilities of double deviates (g01ea).",
-               "tail, region of x, x (hexadecimal double), exact probability, "
-               "exact formula value at the rounded argument")
+               "tail, region of x, x (hexadecimal double), exact probability (30 digits), "
+               "the same as hi units, the exact formula value at the rounded argument as hi units")
         for x in x_points(rng, 160):
             for tail in "LUSC":
-                f.write("%s %s %s %s %s\n" % (tail, x_region(x), float.hex(x), fmt(PROB[tail](x)),
-                                              fmt(prob_formula(tail, x))))
+                exact = PROB[tail](x)
+                f.write("%s %s %s %s %s %s\n" % (tail, x_region(x), float.hex(x), fmt(exact), pair(exact),
+                                                 pair(prob_formula(tail, x))))
 
 
 def write_deviates(path, rng):
     with open(path, "w") as f:
         header(f, "Standard Normal deviates of double probabilities (g01fa).",
-               "tail, region of p, p (hexadecimal double), exact deviate, "
-               "exact inverse at the kernel's argument, exact AS 241 value at that argument")
+               "tail, region of p, p (hexadecimal double), exact deviate (30 digits), the same as hi units, "
+               "exact inverse at the kernel's argument as hi units, exact AS 241 value at that argument as hi units")
         for p in p_points(rng, 120):
             for tail in "LUSC":
                 a, sign = kernel_argument(tail, p)
-                f.write("%s %s %s %s %s %s\n" % (tail, p_region(p), float.hex(p), fmt(DEV[tail](p)),
-                                                 fmt(sign * true_inverse(a)), fmt(sign * as241_exact(a))))
+                exact = DEV[tail](p)
+                f.write("%s %s %s %s %s %s %s\n" % (tail, p_region(p), float.hex(p), fmt(exact), pair(exact),
+                                                    pair(sign * true_inverse(a)), pair(sign * as241_exact(a))))
 
 
 def write_function(path, name, fn, edges, rng, per_region):
     with open(path, "w") as f:
         header(f, "%s of double arguments (%s)." % (name, os.path.basename(path)[:5]),
-               "region of x, x (hexadecimal double), exact value")
+               "region of x, x (hexadecimal double), exact value (30 digits), the same as hi units")
         xs = set(edges) | {0.0, 1e-300, -1e-300, 1e-10}
         for lo, hi in zip(edges, edges[1:]):
             for _ in range(per_region):
@@ -323,7 +346,8 @@ def write_function(path, name, fn, edges, rng, per_region):
                 if lo <= x <= hi:
                     region = "[%g,%g]" % (lo, hi)
                     break
-            f.write("%s %s %s\n" % (region, float.hex(x), fmt(fn(mp.mpf(x)))))
+            y = fn(mp.mpf(x))
+            f.write("%s %s %s %s\n" % (region, float.hex(x), fmt(y), pair(y)))
 
 
 def main():

@@ -48,10 +48,7 @@ std::vector<std::pair<std::pair<char, std::string>, const split *>> ordered(
   return v;
 }
 
-double relative(double computed, long double exact) {
-  return exact == 0.0L ? (computed == 0.0 ? 0.0 : 1.0)
-                       : static_cast<double>(std::fabs((computed - exact) / exact));
-}
+
 
 void report_probabilities(const std::string &dir) {
   std::map<std::pair<char, std::string>, split> t;
@@ -90,7 +87,7 @@ void report_deviates(const std::string &dir) {
     g01fafn_(&en, &r.tail, &r.input, &x, errbuf, &ifail, 1);
     auto &s = t[{r.tail, r.region}];
     s.lo = std::min(s.lo, r.input);
-    s.max_rel = std::max(s.max_rel, relative(x, r.exact));
+    s.max_rel = std::max(s.max_rel, relative_error(x, r.exact));
     s.total.add(ulp_error(x, r.exact), r.input);
     s.kernel.add(ulp_error(x, r.formula), r.input);
     s.rounding.add(ulp_error(x, r.as241), r.input);
