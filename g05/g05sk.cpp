@@ -14,9 +14,17 @@
 #include <algorithm>
 #include <cmath>
 
-#include "frame/errbuf.h"
 #include "g05/normal_inverse.h"
 #include "g05/uniform.h"
+
+inline constexpr zem::message g05sk_messages[] = {
+    {1, 1001, NE_INT, {"On entry, n = %s.", "Constraint: n >= 0."}},
+    {3, 1002, NE_REAL, {"On entry, var = %s.", "Constraint: var >= 0.0."}},
+    {4, 1003, NE_INVALID_STATE, {"On entry, state vector has been corrupted or not initialized."}},
+    {6, 1004, NE_INVALID_STATE, {"On entry, state vector has been corrupted or not initialized."}},
+};
+
+ZEM_ENGINE_LAYERS(g05sk, G05SK_ARGS)
 
 namespace {
 
@@ -30,16 +38,31 @@ void state_fault(char *errbuf, int64_t *ifail, int64_t fill_status) {
 
 ZEM_INTERNAL void g05skfn_(engine_data *, const int64_t *n, const double *xmu, const double *var, int64_t *state,
                            double *x, char *errbuf, int64_t *ifail) {
+  *ifail = 0;
   if (*n < 0) return zem::fail(errbuf, ifail, 1, 1001, *n);
-  if (!(*var >= 0.0)) return zem::fail(errbuf, ifail, 3, 1002, *var);
+  if (!(*var >= 0.0)) return zem::fail(errbuf, ifail, 3, 1002, *var);  // a NaN fails too
   // A fill of no numbers checks the state and draws nothing.
   if (const int64_t s = zem::g05::uniform_fill(state, 0, x)) return state_fault(errbuf, ifail, s);
 
   if (*var == 0.0) {
     std::fill_n(x, *n, *xmu);
-    return zem::succeed(ifail);
+    return;
   }
   if (const int64_t s = zem::g05::uniform_fill(state, *n, x)) return state_fault(errbuf, ifail, s);
   zem::g05::normal_inverse_affine(x, *n, std::sqrt(*var), *xmu);
-  zem::succeed(ifail);
+}
+
+ZEM_API void g05skf_(const int64_t *n, const double *xmu, const double *var, int64_t state[], double x[],
+                     int64_t *ifail) {
+  zem::f_entry call("g05skf", g05sk_messages);
+  g05skft_(&call.en_data, n, xmu, var, state, x, call.errbuf, &call.status);
+  call.finish(ifail);
+}
+
+ZEM_API void g05skc(int64_t n, double xmu, double var, int64_t state[], double x[], Zem_Fail *fail) {
+  zem::c_entry call("g05skc", g05sk_messages, fail);
+  if (!state) return call.bad_param("state");
+  if (!x) return call.bad_param("x");
+  g05skft_(&call.en_data, &n, &xmu, &var, state, x, call.errbuf, &call.status);
+  call.finish();
 }
