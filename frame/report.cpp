@@ -98,6 +98,10 @@ void report_c(const char *routine, message_table table, int64_t status, const ch
 }
 
 void report_f(const char *routine, message_table table, int64_t status, const char *errbuf, int64_t *ifail) {
+  if (status == 0) {
+    *ifail = 0;
+    return;
+  }
   char lines[max_message_lines][f_line_len];
   std::memset(lines, ' ', sizeof lines);
   int64_t nlines = 0;
@@ -140,9 +144,18 @@ void c_entry::bad_param(const char *arg) {
   p01acc_c(text, NE_BAD_PARAM, routine_, fail_);
 }
 
-void c_entry::finish() {
+void c_entry::report() {
   report_c(routine_, table_, status, errbuf, fail_);
   if (fail_ && fail_->code == NE_NOERROR) p01acc_c(nullptr, NE_NOERROR, routine_, fail_);
+}
+
+// Success with a fail record: what p01acc_c does for code 0, without
+// looking the template up again.
+void c_entry::success() {
+  static constexpr char no_error[] = "NE_NOERROR:\n  No error.";
+  fail_->code = NE_NOERROR;
+  if (fail_->handler) fail_->handler(no_error, NE_NOERROR, routine_);
+  std::memcpy(fail_->message, no_error, sizeof no_error);
 }
 
 }  // namespace zem
@@ -174,8 +187,9 @@ ZEM_INTERNAL void p01acc_c(const char *message, int code, const char *routine, Z
   // The handler runs before the copy: the record's message still holds the
   // previous text while it runs.
   if (fail->handler) fail->handler(message, code, routine);
-  std::strncpy(fail->message, message, sizeof fail->message - 1);
-  fail->message[sizeof fail->message - 1] = '\0';
+  const size_t n = std::min(std::strlen(message), sizeof fail->message - 1);
+  std::memcpy(fail->message, message, n);
+  fail->message[n] = '\0';
 }
 
 ZEM_INTERNAL void p01abzu_(int64_t *ifail, const int64_t *status, const char *routine, const char *lines,
