@@ -25,7 +25,7 @@
 // outstanding and match ind, and the stored counters and points must be
 // consistent.  A state changed by the caller is therefore caught before it
 // can steer the walk anywhere (or loop), and ends the search with the
-// no-interval failure, whose advice (restart) is what the caller must do.
+// no-interval failure (detail 1007, which says why).
 #include "c05/c05av.h"
 
 #include <cmath>
@@ -225,7 +225,7 @@ ZEM_INTERNAL void c05avfn_(engine_data * /*en_data*/, double *x, const double *f
     // x is left as the caller passed it: the stored start may be garbage.
     c[request] = 0.0;
     *ind = 0;
-    return zem::fail(errbuf, ifail, 3, 1006);
+    return zem::fail(errbuf, ifail, 3, 1007);
   }
   if (mode == want_start_value) return begin_search(*fx, x, y, c, ind, errbuf, ifail);
   return take_value(*fx, x, y, c, ind, errbuf, ifail);

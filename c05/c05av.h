@@ -56,7 +56,7 @@ enum slot : int {
 }  // namespace zem::c05av
 
 // Worker.  Statuses: 1 bad initial arguments (details 1002-1005), 2 bad ind
-// (1001), 3 no interval found (1006).
+// (1001), 3 no interval found (1006) or state changed by the caller (1007).
 ZEM_INTERNAL void c05avfn_(engine_data *en_data, double *x, const double *fx, const double *h,
                            const double *boundl, const double *boundu, double *y, double *c,
                            int64_t *ind, char *errbuf, int64_t *ifail);

@@ -18,7 +18,8 @@
 //     number.  A sign change already seen there goes straight to step 5.
 //  2. Branch 0 leaves x0 in Newton's direction -sign(f0 g0), so theta starts
 //     to decrease; branch 1, tried only when branch 0 is abandoned, leaves x0
-//     the other way.  First step bound: |f0/g0|, the Newton distance.
+//     the other way.  First step bound: the Newton distance |f0/g0|, but at
+//     most max(1, |x0|).
 //  3. Trial step from the current point xi, slope g (secant through the last
 //     accepted step): with the rate d = dir g/f0 of theta along the branch,
 //     the step is the bound R, or the Newton distance theta_i/(-d) if that is
@@ -55,11 +56,15 @@ constexpr double machine_eps = 2.220446049250313e-16;  // 2^-52
 // of the larger value: well above the few units two evaluations may differ by
 // through rounding alone.
 constexpr double noise_units = 64.0;
-// Where theta is predicted to rise, the trial's deviation from the linear
-// prediction may reach this fraction of the level of theta ...
-constexpr double accept_fraction = 0.5;
-// ... and the step bound doubles when it stays below this fraction of it.
-constexpr double grow_fraction = 0.25;
+// Where theta is predicted to rise, it may reach this multiple of the
+// predicted level (growth faster than linear is the rule beyond a turning
+// point) ...
+constexpr double rise_limit = 4.0;
+// ... and the step bound doubles when it stays within this multiple.
+constexpr double good_rise = 2.0;
+// A turning point is passed once the step is down to this fraction of the
+// bound at which theta first rose.
+constexpr double fold_fraction = 0x1p-10;
 // A rejected step is cut to this fraction.
 constexpr double shrink = 0.25;
 // Where theta falls, the step bound doubles when the fall reaches this
@@ -101,9 +106,12 @@ struct entry {
   int64_t *ifail;
 };
 
-// Steps down to this length are taken even against a rise of theta: the
-// resolution of the problem in x, scal, but at least a few rounding units.
-double fold_length(const double *c) { return std::max(std::fabs(c[scale]), 16.0 * machine_eps * std::fabs(c[xi])); }
+// Steps down to this length are taken even against a rise of theta: 2^-10
+// of the bound at which the rises began, but at least scal and a few
+// rounding units of x.
+double fold_length(const double *c) {
+  return std::max({fold_fraction * c[fold_radius], std::fabs(c[scale]), 16.0 * machine_eps * std::fabs(c[xi])});
+}
 
 bool is_count(double v, double lo, double hi) { return v >= lo && v <= hi && v == std::floor(v); }
 
@@ -185,6 +193,7 @@ void start_branch(const entry &e, double b) {
   c[prev_newton] = 0.0;
   c[slow_steps] = 0.0;
   c[ascent_steps] = 0.0;
+  c[fold_radius] = 0.0;
   next_trial(e);
 }
 
@@ -231,7 +240,11 @@ void next_trial(const entry &e) {
 void begin_path(const entry &e, double g0) {
   double *c = e.c;
   c[slope0] = g0;
-  double r0 = std::fabs(c[f_start] / g0);
+  // The first step is Newton's, but at most max(1, |x0|): where f is nearly
+  // flat Newton's step may be arbitrarily long, and the continuation is to
+  // find the zero joined to x0 by the path, not whichever one that step
+  // happens to land near.
+  double r0 = std::min(std::fabs(c[f_start] / g0), std::max(1.0, std::fabs(c[start])));
   if (!(r0 > 0.0) || !std::isfinite(r0)) r0 = std::fabs(c[scale]);
   c[radius0] = r0;
   start_branch(e, 0.0);
@@ -283,19 +296,25 @@ void path_value(const entry &e, double ft) {
         return enter_final(e, xt, ft, c[xi], c[fi]);
     } else {
       // Where theta was predicted to fall, any fall is accepted, and a rise
-      // only once the step is down to the resolution scal: the path then
-      // passes a turning point (a local minimum of |f| that is not a zero).
-      // Where theta was predicted to rise, the rise must be as predicted to
-      // within half the level of theta.
+      // only once the step has been cut to 2^-10 of the bound at which the
+      // rises began (or to scal): the path then passes a turning point, a
+      // local minimum of |f| that is not a zero, and the bound goes back to a
+      // quarter of what it was.  Where theta was predicted to rise, it may
+      // rise to 4 times the predicted level, and may fall.
       const bool falling = th_p < th_i;
-      bool good = false;
+      bool good = false, turned = false;
       if (falling) {
-        accepted = th_t <= th_i || len <= fold_length(c);
-        good = th_i - th_t >= good_fall * (th_i - th_p);
+        if (th_t <= th_i) {
+          accepted = true;
+          good = th_i - th_t >= good_fall * (th_i - th_p);
+        } else {
+          if (c[fold_radius] == 0.0) c[fold_radius] = c[radius];
+          accepted = turned = len <= fold_length(c);
+        }
       } else {
-        const double dev = std::fabs(th_t - th_p), tau = accept_fraction * std::max(th_i, th_p);
-        accepted = dev <= tau;
-        good = dev <= grow_fraction * tau;
+        const double level = std::max(th_i, th_p);
+        accepted = th_t <= rise_limit * level;
+        good = th_t <= good_rise * level && th_t >= 0.5 * th_p;
       }
       if (accepted) {
         c[ascent_steps] = th_t > th_i ? c[ascent_steps] + 1.0 : 0.0;
@@ -316,6 +335,8 @@ void path_value(const entry &e, double ft) {
         }
         c[naccepted] += 1.0;
         c[radius] = good ? std::max(c[radius], 2.0 * len) : len;
+        if (turned) c[radius] = shrink * c[fold_radius];
+        if (falling) c[fold_radius] = 0.0;
         if (th_t > theta_max || c[ascent_steps] >= static_cast<double>(max_ascent_steps) ||
             c[slow_steps] >= static_cast<double>(max_slow_steps))
           return abandon_branch(e);
@@ -357,6 +378,7 @@ bool state_is_consistent(const double *c, int64_t ind) {
   if (!is_count(c[nsteps], 1.0, max_branch_steps)) return false;
   if (!is_count(c[slow_steps], 0.0, max_slow_steps) || !is_count(c[ascent_steps], 0.0, max_ascent_steps)) return false;
   if (!(c[prev_newton] >= 0.0) || !std::isfinite(c[prev_newton])) return false;
+  if (!(c[fold_radius] >= 0.0) || !std::isfinite(c[fold_radius])) return false;
   if (!std::isfinite(c[xi]) || !std::isfinite(c[fi]) || c[fi] == 0.0 || ((c[fi] > 0.0) != (c[f_start] > 0.0))) return false;
   if (!std::isfinite(c[slope]) || !(c[step_len] > 0.0) || !std::isfinite(c[step_len])) return false;
   return std::isfinite(c[theta_pred]);

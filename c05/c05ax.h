@@ -75,6 +75,7 @@ enum slot : int {
   prev_newton = 22,  // Newton distance |theta/theta'| at xi, 0 where theta rises
   slow_steps = 23,   // accepted steps in a row whose Newton distance hardly shrank
   ascent_steps = 24, // accepted steps in a row with theta rising
+  fold_radius = 25,  // step bound when theta first rose against a predicted fall, else 0
   core = 26,       // 10 elements: state of the Brent core
 };
 
