@@ -7,11 +7,12 @@
 #include <cstdint>
 
 #include "c05/evaluator.h"
-#include "frame/engine.h"
+#include "frame/frame.h"
 
-// Algorithm piece: argument checks, search and solve.  Statuses: 1 bad
-// arguments (details 1001-1005), 2 eps too small (1006), 3 probable pole
-// (1007), 4 no interval found (1008).
+// Algorithm piece, after the worker has checked eps: the search (whose own
+// checks give details 1002-1005) and the solve.  Statuses: 1 bad arguments,
+// 2 eps too small (1006), 3 probable pole (1007), 4 no interval found
+// (1008), -1 the user asked to stop.
 ZEM_INTERNAL void c05auzn_(engine_data *en_data, double *x, double h, double eps, double eta,
                            double boundl, double boundu, const zem::c05::evaluator *f,
                            char *errbuf, int64_t *ifail);

@@ -30,7 +30,30 @@
 
 #include <cmath>
 
-#include "frame/errbuf.h"
+#include "c05/message_fit.h"
+
+inline constexpr zem::message c05av_messages[] = {
+    {2, 1001, NE_INT, {"On entry, ind = %s.", "Constraint: ind = -1, 1, 2 or 3."},
+     {"On entry, ind = %s", "Constraint: ind = -1, 1, 2 or 3."}},
+    {1, 1002, NE_REAL_2, {"On entry, boundl = %s,", "boundu = %s.", "Constraint: boundl < boundu."},
+     {"On entry, boundl = %s,", "boundu = %s", "Constraint: boundl < boundu."}},
+    {1, 1003, NE_3_REAL_ARG_CONS,
+     {"On entry, x = %s,", "boundl = %s and boundu = %s.", "Constraint: boundl <= x <= boundu."},
+     {"On entry, x = %s,", "boundl = %s and boundu = %s", "Constraint: boundl <= x <= boundu."}},
+    {1, 1004, NE_4_REAL_ARG_CONS,
+     {"On entry, x = %s and h = %s,", "boundl = %s and boundu = %s.",
+      "Constraint: either x+h or x-h must lie inside the closed interval", "[boundl,boundu]."},
+     {"On entry, x = %s and h = %s,", "boundl = %s and boundu = %s",
+      "Constraint: either x+h or x-h must lie inside the closed interval", "[boundl,boundu]."}},
+    {1, 1005, NE_REAL_2,
+     {"On entry, x = %s and h = %s.", "Constraint: h must be sufficiently large that x+h != x on the computer."},
+     {"On entry, x = %s and h = %s", "Constraint: h must be sufficiently large that x+h /= x on the computer."}},
+    {3, 1006, NE_NO_BRACKET, {"An interval containing the zero could not be found.", "Try restarting with modified x and h."}},
+    {3, 1007, NE_NO_BRACKET,
+     {"An interval containing the zero could not be found.",
+      "The state array c was changed between calls; restart the search."}},
+};
+static_assert(zem::c05::messages_fit(c05av_messages), "a c05av message line is too long");
 
 namespace {
 
@@ -171,9 +194,12 @@ void take_value(double fv, double *x, double *y, double *c, int64_t *ind, char *
 
 }  // namespace
 
-ZEM_INTERNAL void c05avfn_(engine_data * /*en_data*/, double *x, const double *fx, const double *h,
-                           const double *boundl, const double *boundu, double *y, double *c,
-                           int64_t *ind, char *errbuf, int64_t *ifail) {
+ZEM_ENGINE_LAYERS(c05av, C05AV_ARGS)
+
+ZEM_INTERNAL void c05avfn_(engine_data *, double *x, const double *fx, const double *h, const double *boundl,
+                           const double *boundu, double *y, double *c, int64_t *ind, char *errbuf,
+                           int64_t *ifail) {
+  *ifail = 0;
   const int64_t mode = *ind;
   if (mode != -1 && mode != 1 && mode != want_start_value && mode != want_search_value) {
     *ind = 0;
@@ -229,4 +255,28 @@ ZEM_INTERNAL void c05avfn_(engine_data * /*en_data*/, double *x, const double *f
   }
   if (mode == want_start_value) return begin_search(*fx, x, y, c, ind, errbuf, ifail);
   return take_value(*fx, x, y, c, ind, errbuf, ifail);
+}
+
+ZEM_API void c05avf_(double *x, const double *fx, const double *h, const double *boundl, const double *boundu,
+                     double *y, double c[], int64_t *ind, int64_t *ifail) {
+  zem::f_entry call("c05avf", c05av_messages);
+  c05avft_(&call.en_data, x, fx, h, boundl, boundu, y, c, ind, call.errbuf, &call.status);
+  call.finish(ifail);
+}
+
+ZEM_API void c05avc(double *x, double fx, double h, double boundl, double boundu, double *y, double c[],
+                    int64_t *ind, Zem_Fail *fail) {
+  zem::c_entry call("c05avc", c05av_messages, fail);
+  if (!ind) return call.bad_param("ind");
+  auto bad = [&](const char *arg) {
+    *ind = 0;
+    call.bad_param(arg);
+  };
+  if (!x) return bad("x");
+  if (!y) return bad("y");
+  if (!c) return bad("c");
+  c05avft_(&call.en_data, x, &fx, &h, &boundl, &boundu, y, c, ind, call.errbuf, &call.status);
+  // A function value is wanted: return at once, nothing to report.
+  if (*ind != 0) return;
+  call.finish();
 }

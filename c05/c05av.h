@@ -11,13 +11,13 @@
 //     pair can be handed to the Brent core c05az with ind = -1 at once;
 //   * success, exact zero: f(x) = 0 and y = x;
 //   * failure: the status and the message record say why.
-// All state lives in the caller's array c of length c05av_state_len; the
+// All state lives in the caller's array c of length state_len; the
 // caller must not change it, nor boundl and boundu, during a search.
 #pragma once
 
 #include <cstdint>
 
-#include "frame/engine.h"
+#include "frame/frame.h"
 
 namespace zem::c05av {
 
@@ -55,8 +55,12 @@ enum slot : int {
 
 }  // namespace zem::c05av
 
-// Worker.  Statuses: 1 bad initial arguments (details 1002-1005), 2 bad ind
-// (1001), 3 no interval found (1006) or state changed by the caller (1007).
-ZEM_INTERNAL void c05avfn_(engine_data *en_data, double *x, const double *fx, const double *h,
-                           const double *boundl, const double *boundu, double *y, double *c,
-                           int64_t *ind, char *errbuf, int64_t *ifail);
+// Engine arguments, in Fortran order.  Worker statuses: 1 bad initial
+// arguments (details 1002-1005), 2 bad ind (1001), 3 no interval found
+// (1006) or state changed by the caller (1007).
+#define C05AV_ARGS(V, A, U)                                                                               \
+  V(double *, x) V(const double *, fx) V(const double *, h) V(const double *, boundl)                   \
+  V(const double *, boundu) V(double *, y) A(double *, c) V(int64_t *, ind) V(char *, errbuf)           \
+  V(int64_t *, ifail)
+
+ZEM_INTERNAL void c05avfn_(ZEM_PARAMS(C05AV_ARGS));

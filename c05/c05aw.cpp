@@ -1,6 +1,6 @@
 // c05aw: zero of f near a point by continuation, within nfmax calls of f.
 //
-// 1. eps > 0 (a NaN fails); nfmax > 0.
+// 1. eps > 0 (a NaN fails); nfmax > 0: checked by the worker c05awfn_.
 // 2. The continuation c05ax from x with tol = eps, absolute error control and
 //    the internal scale scal = 2^-26 max(1, |x|), the usual increment of a
 //    forward difference.  Each requested value is computed here, counted,
@@ -23,10 +23,26 @@
 
 #include <algorithm>
 #include <cmath>
+
+#include "c05/message_fit.h"
 #include <limits>
 
 #include "c05/c05ax.h"
-#include "frame/errbuf.h"
+
+inline constexpr zem::message c05aw_messages[] = {
+    {1, 1001, NE_REAL, {"On entry, eps = %s.", "Constraint: eps > 0.0."},
+     {"On entry, eps = %s", "Constraint: eps > 0.0."}},
+    {1, 1002, NE_INT, {"On entry, nfmax = %s.", "Constraint: nfmax > 0."},
+     {"On entry, nfmax = %s", "Constraint: nfmax > 0."}},
+    {2, 1003, NE_BAD_INTERNAL_SCALE,
+     {"Internal scale factor invalid for this problem.", "Consider using c05axc instead and setting scal."},
+     {"Internal scale factor invalid for this problem.", "Consider using c05axf instead and setting scal."}},
+    {3, 1004, NE_TOO_MANY_CALLS,
+     {"More than nfmax calls have been made to f.",
+      "Either f has no zero near x or too much accuracy has been requested.",
+      "Check the coding of f or increase eps."}},
+};
+static_assert(zem::c05::messages_fit(c05aw_messages), "a c05aw message line is too long");
 
 namespace {
 
@@ -43,9 +59,6 @@ bool usable_scale(double x, double s) { return std::isfinite(x + s) && x + s != 
 ZEM_INTERNAL void c05awzn_(engine_data *en_data, double *x, double eps, double eta,
                            const zem::c05::evaluator *f, int64_t nfmax, char *errbuf,
                            int64_t *ifail) {
-  if (!(eps > 0.0)) return zem::fail(errbuf, ifail, 1, 1001, eps);
-  if (nfmax <= 0) return zem::fail(errbuf, ifail, 1, 1002, nfmax);
-
   double start = *x;
   double scal = sqrt_eps * std::max(1.0, std::fabs(start));
   if (!usable_scale(start, scal)) return zem::fail(errbuf, ifail, 2, 1003);
@@ -69,9 +82,9 @@ ZEM_INTERNAL void c05awzn_(engine_data *en_data, double *x, double eps, double e
         return zem::fail(errbuf, ifail, 3, 1004);
       }
       ++calls;
-      if ((*f)(xs, &fv) != 0) {
+      if (const int64_t flag = (*f)(xs, &fv); flag != 0) {
         *x = xs;
-        return zem::succeed(ifail);
+        return zem::user_stop(errbuf, ifail, flag);
       }
       if (fv == 0.0 || std::fabs(fv) < eta) {
         *x = xs;
@@ -118,4 +131,72 @@ ZEM_INTERNAL void c05awzn_(engine_data *en_data, double *x, double eps, double e
       return zem::fail(errbuf, ifail, 2, 1003);
     }
   }
+}
+
+// One evaluation of f: the point, the value, and the user's data.
+#define C05AW_F_ARGS(V, A, U) V(const double *, x) V(double *, retval) A(int64_t *, iuser) A(double *, ruser)
+ZEM_CALLBACK_CHAIN(c05aw, f, C05AW_F_ARGS)
+
+ZEM_INTERNAL void c05awf_fh_(engine_data *, zem_routine f, const double *x, double *retval, int64_t *iuser,
+                             double *ruser) {
+  *retval = reinterpret_cast<Zem_C05AW_FFun>(f)(x, iuser, ruser);
+}
+ZEM_INTERNAL void c05awc_f_helper(engine_data *en_data, zem_routine f, const double *x, double *retval,
+                                  int64_t *iuser, double *) {
+  Zem_Comm *comm = zem::comm_from(iuser);
+  *retval = reinterpret_cast<Zem_C05AW_Fun>(f)(*x, comm);
+  zem::take_user_flag(en_data, comm);
+}
+
+#define C05AW_ARGS(V, A, U)                                                                               \
+  V(double *, x) V(const double *, eps) V(const double *, eta) U(zem_routine, f) U(zem_routine, internal) \
+  U(c05aw_f_adaptor, adaptor) V(const int64_t *, nfmax) A(int64_t *, iuser) A(double *, ruser)            \
+  V(char *, errbuf) V(int64_t *, ifail)
+ZEM_ENGINE_LAYERS(c05aw, C05AW_ARGS)
+
+namespace {
+
+// The callback chain of one c05aw call, seen by the algorithm as f(x).
+struct f_chain {
+  engine_data *en_data;
+  zem_routine f;
+  c05aw_f_adaptor adaptor;
+  int64_t *iuser;
+  double *ruser;
+
+  static int64_t call(void *self, double x, double *fx) {
+    auto *k = static_cast<f_chain *>(self);
+    return c05awf_print_fh_(k->adaptor, k->en_data, k->f, &x, fx, k->iuser, k->ruser);
+  }
+};
+
+}  // namespace
+
+ZEM_INTERNAL void c05awfn_(engine_data *en_data, double *x, const double *eps, const double *eta, zem_routine f,
+                           zem_routine, c05aw_f_adaptor adaptor, const int64_t *nfmax, int64_t *iuser, double *ruser,
+                           char *errbuf, int64_t *ifail) {
+  *ifail = 0;
+  if (!(*eps > 0.0)) return zem::fail(errbuf, ifail, 1, 1001, *eps);  // a NaN fails
+  if (*nfmax <= 0) return zem::fail(errbuf, ifail, 1, 1002, *nfmax);
+  f_chain chain{en_data, f, adaptor, iuser, ruser};
+  const zem::c05::evaluator ev{f_chain::call, &chain};
+  c05awzn_(en_data, x, *eps, *eta, &ev, *nfmax, errbuf, ifail);
+}
+
+ZEM_API void c05awf_(double *x, const double *eps, const double *eta, Zem_C05AW_FFun f, const int64_t *nfmax,
+                     int64_t iuser[], double ruser[], int64_t *ifail) {
+  zem::f_entry call("c05awf", c05aw_messages);
+  c05awft_(&call.en_data, x, eps, eta, reinterpret_cast<zem_routine>(f), y90jdsn_, c05awf_fh_, nfmax, iuser, ruser,
+           call.errbuf, &call.status);
+  call.finish(ifail);
+}
+
+ZEM_API void c05awc(double *x, double eps, double eta, Zem_C05AW_Fun f, int64_t nfmax, Zem_Comm *comm,
+                    Zem_Fail *fail) {
+  zem::c_entry call("c05awc", c05aw_messages, fail);
+  if (!x) return call.bad_param("x");
+  if (!f) return call.bad_param("f");
+  c05awft_(&call.en_data, x, &eps, &eta, reinterpret_cast<zem_routine>(f), nullptr, c05awc_f_helper, &nfmax,
+           call.comm_slot(comm), call.ruser(), call.errbuf, &call.status);
+  call.finish();
 }

@@ -43,9 +43,47 @@
 
 #include <algorithm>
 #include <cmath>
+
+#include "c05/message_fit.h"
 #include <limits>
 
-#include "frame/errbuf.h"
+inline constexpr zem::message c05ax_messages[] = {
+    {2, 1001, NE_INT, {"On initial entry, ind = %s.", "Constraint: ind = -1 or 1."},
+     {"On initial entry, ind = %s", "Constraint: ind = -1 or 1."}},
+    {2, 1002, NE_INT, {"On intermediate entry, ind = %s.", "Constraint: ind = 2, 3 or 4."},
+     {"On intermediate entry, ind = %s", "Constraint: ind = 2, 3 or 4."}},
+    {1, 1003, NE_REAL, {"On entry, tol = %s.", "Constraint: tol > 0.0."},
+     {"On entry, tol = %s", "Constraint: tol > 0.0."}},
+    {1, 1004, NE_INT, {"On entry, ir = %s.", "Constraint: ir = 0, 1 or 2."},
+     {"On entry, ir = %s", "Constraint: ir = 0, 1 or 2."}},
+    {1, 1005, NE_REAL_2, {"On entry, x = %s and scal = %s.", "Constraint: x+scal != x (to machine accuracy)."},
+     {"On entry, x = %s and scal = %s", "Constraint: x+scal /= x (to machine accuracy)."}},
+    {3, 1006, NE_NO_SIGNIF_DERIV,
+     {"Significant derivatives of f cannot be computed.",
+      "f(x+scal) and f(x-scal) do not differ significantly from f(x),", "where x = %s and scal = %s."},
+     {"Significant derivatives of f cannot be computed.",
+      "f(x+scal) and f(x-scal) do not differ significantly from f(x),", "where x = %s and scal = %s"}},
+    {4, 1007, NE_CONT_AWAY_NOT_POSS,
+     {"Continuation away from the initial point is not possible.",
+      "No continuation step from the initial point x = %s", "could be taken in either direction."}},
+    {5, 1008, NE_CONT_PROB_NOT_SOLVED,
+     {"Current problem in the continuation sequence cannot be solved.",
+      "The path from the initial point was followed in both directions without",
+      "reaching theta = 0. The point with the smallest |f| found is returned:", "x = %s, f(x) = %s."},
+     {"Current problem in the continuation sequence cannot be solved.",
+      "The path from the initial point was followed in both directions without",
+      "reaching theta = 0. The point with the smallest |f| found is returned:", "x = %s, f(x) = %s"}},
+    {5, 1011, NE_CONT_PROB_NOT_SOLVED,
+     {"Current problem in the continuation sequence cannot be solved.",
+      "The state array c was changed between calls; restart the solve."}},
+    {6, 1009, NE_FINAL_PROB_NOT_SOLVED,
+     {"Final problem (with theta_m = 0) cannot be solved.", "f changes sign at x = %s",
+      "but |f| does not decrease there: f may have a pole or a jump at x."}},
+    {6, 1010, NE_FINAL_PROB_NOT_SOLVED,
+     {"Final problem (with theta_m = 0) cannot be solved.", "The zero near x = %s",
+      "cannot be located to within tol = %s:", "too much accuracy has been requested."}},
+};
+static_assert(zem::c05::messages_fit(c05ax_messages), "a c05ax message line is too long");
 
 namespace {
 
@@ -386,9 +424,12 @@ bool state_is_consistent(const double *c, int64_t ind) {
 
 }  // namespace
 
+ZEM_ENGINE_LAYERS(c05ax, C05AX_ARGS)
+
 ZEM_INTERNAL void c05axfn_(engine_data *en_data, double *x, const double *fx, const double *tol,
-                           const int64_t *ir, const double *scal, double *c, int64_t *ind,
-                           char *errbuf, int64_t *ifail) {
+                           const int64_t *ir, const double *scal, double *c, int64_t *ind, char *errbuf,
+                           int64_t *ifail) {
+  *ifail = 0;
   const entry e{en_data, x, tol, ir, c, ind, errbuf, ifail};
   const int64_t mode = *ind;
   const bool initial = mode == 1 || mode == -1;
@@ -424,4 +465,29 @@ ZEM_INTERNAL void c05axfn_(engine_data *en_data, double *x, const double *fx, co
   if (ph == derivative_plus || ph == derivative_minus) return derivative_value(e, *fx);
   if (ph == path) return path_value(e, *fx);
   return final_value(e, *fx);
+}
+
+ZEM_API void c05axf_(double *x, const double *fx, const double *tol, const int64_t *ir, const double *scal,
+                     double c[], int64_t *ind, int64_t *ifail) {
+  zem::f_entry call("c05axf", c05ax_messages);
+  c05axft_(&call.en_data, x, fx, tol, ir, scal, c, ind, call.errbuf, &call.status);
+  call.finish(ifail);
+}
+
+ZEM_API void c05axc(double *x, double fx, double tol, Zem_ErrorControl ir, double scal, double c[],
+                    int64_t *ind, Zem_Fail *fail) {
+  zem::c_entry call("c05axc", c05ax_messages, fail);
+  if (!ind) return call.bad_param("ind");
+  auto bad = [&](const char *arg) {
+    *ind = 0;
+    call.bad_param(arg);
+  };
+  if (!x) return bad("x");
+  if (!c) return bad("c");
+  const int64_t irc = ir == Zem_Mixed ? 0 : ir == Zem_Absolute ? 1 : ir == Zem_Relative ? 2 : -1;
+  if (irc < 0) return bad("ir");
+  c05axft_(&call.en_data, x, &fx, &tol, &irc, &scal, c, ind, call.errbuf, &call.status);
+  // A function value is wanted: return at once, nothing to report.
+  if (*ind != 0) return;
+  call.finish();
 }

@@ -16,7 +16,8 @@
 
 #include <cstdint>
 
-#include "frame/engine.h"
+#include "c05/c05az.h"
+#include "frame/frame.h"
 
 namespace zem::c05ax {
 
@@ -81,16 +82,14 @@ enum slot : int {
 
 }  // namespace zem::c05ax
 
-// Worker.  Statuses: 1 bad tol, ir or scal (details 1003-1005); 2 bad ind
-// (1001 initial entry, 1002 intermediate entry); 3 no significant derivative
-// (1006); 4 no step away from x0 (1007); 5 the continuation cannot reach
-// theta = 0 (1008); 6 the final problem cannot be solved (1009 pole or jump,
-// 1010 accuracy).
-ZEM_INTERNAL void c05axfn_(engine_data *en_data, double *x, const double *fx, const double *tol,
-                           const int64_t *ir, const double *scal, double *c, int64_t *ind,
-                           char *errbuf, int64_t *ifail);
+// Engine arguments, in Fortran order.  Worker statuses: 1 bad tol, ir or
+// scal (details 1003-1005); 2 bad ind (1001 initial entry, 1002
+// intermediate entry); 3 no significant derivative (1006); 4 no step away
+// from x0 (1007); 5 the continuation cannot reach theta = 0 (1008) or the
+// state was changed by the caller (1011); 6 the final problem cannot be
+// solved (1009 pole or jump, 1010 accuracy).
+#define C05AX_ARGS(V, A, U)                                                                               \
+  V(double *, x) V(const double *, fx) V(const double *, tol) V(const int64_t *, ir)                     \
+  V(const double *, scal) A(double *, c) V(int64_t *, ind) V(char *, errbuf) V(int64_t *, ifail)
 
-// The Brent core (c05az.cpp).
-ZEM_INTERNAL void c05azfn_(engine_data *en_data, double *x, double *y, const double *fx,
-                           const double *tolx, const int64_t *ir, double *c, int64_t *ind,
-                           char *errbuf, int64_t *ifail);
+ZEM_INTERNAL void c05axfn_(ZEM_PARAMS(C05AX_ARGS));
