@@ -433,11 +433,12 @@ ZEM_INTERNAL void c05axfn_(engine_data *en_data, double *x, const double *fx, co
   const entry e{en_data, x, tol, ir, c, ind, errbuf, ifail};
   const int64_t mode = *ind;
   const bool initial = mode == 1 || mode == -1;
-  const double req = c[request];
-  const bool outstanding = req == want_start_value || req == want_derivative_value || req == want_path_value;
 
   // ind: its admissible values depend on whether a request is outstanding.
+  // (The state is read only on a re-entry: a new array may hold anything.)
   if (!initial) {
+    const double req = c[request];
+    const bool outstanding = req == want_start_value || req == want_derivative_value || req == want_path_value;
     if (!outstanding) return failure(e, 2, bad_ind_initial, mode);
     if (mode != want_start_value && mode != want_derivative_value && mode != want_path_value)
       return failure(e, 2, bad_ind_intermediate, mode);

@@ -6,6 +6,7 @@
 
 #include <cmath>
 #include <functional>
+#include <ostream>
 #include <limits>
 #include <string>
 
@@ -73,6 +74,8 @@ struct row {
   int64_t errnum;
   const char *message;
 };
+// Test names print the case by its description (not the bytes of the struct).
+std::ostream &operator<<(std::ostream &os, const row &t) { return os << t.what; }
 
 class C05aMessages : public ::testing::TestWithParam<row> {};
 

@@ -6,6 +6,7 @@
 
 #include <cmath>
 #include <functional>
+#include <ostream>
 #include <limits>
 #include <vector>
 
@@ -59,6 +60,8 @@ struct bad_args {
   int64_t detail;
   std::vector<const char *> values;
 };
+// Test names print the case by its description (not the bytes of the struct).
+std::ostream &operator<<(std::ostream &os, const bad_args &t) { return os << t.what; }
 
 class C05avChecks : public ::testing::TestWithParam<bad_args> {};
 
@@ -219,6 +222,8 @@ struct tamper {
   const char *what;
   std::function<void(double *c, int64_t *ind)> change;
 };
+// Test names print the case by its description (not the bytes of the struct).
+std::ostream &operator<<(std::ostream &os, const tamper &t) { return os << t.what; }
 
 class C05avTamper : public ::testing::TestWithParam<tamper> {};
 

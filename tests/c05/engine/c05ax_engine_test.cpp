@@ -7,6 +7,7 @@
 #include <cmath>
 #include <fstream>
 #include <functional>
+#include <ostream>
 #include <limits>
 #include <map>
 #include <sstream>
@@ -168,6 +169,8 @@ struct bad_args {
   int64_t status, detail;
   std::vector<const char *> values;
 };
+// Test names print the case by its description (not the bytes of the struct).
+std::ostream &operator<<(std::ostream &os, const bad_args &t) { return os << t.what; }
 
 class C05axChecks : public ::testing::TestWithParam<bad_args> {};
 
@@ -313,6 +316,8 @@ struct tamper {
   int calls;  // entries before the change: 1 derivative pending, 3 path
   std::function<void(double *c, int64_t *ind)> change;
 };
+// Test names print the case by its description (not the bytes of the struct).
+std::ostream &operator<<(std::ostream &os, const tamper &t) { return os << t.what; }
 
 class C05axTamper : public ::testing::TestWithParam<tamper> {};
 
