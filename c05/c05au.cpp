@@ -49,6 +49,7 @@ inline constexpr zem::message c05au_messages[] = {
       "Increasing h and calling c05auf again will increase the range searched for",
       "the zero. Decreasing h and calling c05auf again will refine the mesh used", "in the search for the zero."}},
 };
+ZEM_REGISTER_MESSAGES(c05au)
 static_assert(zem::c05::messages_fit(c05au_messages), "a c05au message line is too long");
 
 namespace {

@@ -53,6 +53,7 @@ inline constexpr zem::message c05av_messages[] = {
      {"An interval containing the zero could not be found.",
       "The state array c was changed between calls; restart the search."}},
 };
+ZEM_REGISTER_MESSAGES(c05av)
 static_assert(zem::c05::messages_fit(c05av_messages), "a c05av message line is too long");
 
 namespace {

@@ -42,6 +42,7 @@ inline constexpr zem::message c05aw_messages[] = {
       "Either f has no zero near x or too much accuracy has been requested.",
       "Check the coding of f or increase eps."}},
 };
+ZEM_REGISTER_MESSAGES(c05aw)
 static_assert(zem::c05::messages_fit(c05aw_messages), "a c05aw message line is too long");
 
 namespace {

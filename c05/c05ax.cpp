@@ -83,6 +83,7 @@ inline constexpr zem::message c05ax_messages[] = {
      {"Final problem (with theta_m = 0) cannot be solved.", "The zero near x = %s",
       "cannot be located to within tol = %s:", "too much accuracy has been requested."}},
 };
+ZEM_REGISTER_MESSAGES(c05ax)
 static_assert(zem::c05::messages_fit(c05ax_messages), "a c05ax message line is too long");
 
 namespace {
