@@ -26,10 +26,15 @@ inline void to_digits(uint64_t v, int64_t *d) {
   for (int i = 0; i < 4; ++i) d[i] = static_cast<int64_t>((v >> (15 * i)) & 0x7fff);
 }
 
+// The double helpers below are written once for scalars and for the vector
+// types of the fill kernels (GCC vector extensions): D is double or a vector
+// of doubles, U the unsigned 64-bit integers of the same shape.
+
 // A non-negative integer below 2^52 as a double, exactly, by placing it in the
 // significand of 2^52 (the form vectorises where integer conversions do not).
-[[gnu::always_inline]] inline double small_to_double(uint64_t v) {
-  return std::bit_cast<double>(v | 0x4330000000000000ull) - 0x1p52;
+template <typename D, typename U>
+[[gnu::always_inline]] inline D small_to_double(U v) {
+  return std::bit_cast<D>(v | 0x4330000000000000ull) - 0x1p52;
 }
 
 // The initial value from seed s >= 1: x = 4 s + 2 modulo 2^60.
@@ -42,16 +47,18 @@ inline uint64_t basic_seed_value(int64_t s) {
 // in that order.  The sum rounds to 1.0 when x >= 2^60 - 2^6 (u would be 0):
 // then u is the exact (2^60 - x) 2^-60, which is at least 2^-59 since
 // x = 2 mod 4.  So u lies strictly inside (0,1).
-[[gnu::always_inline]] inline double basic_double(uint64_t x) {
-  const double h = small_to_double(x >> 30);
-  const double l = small_to_double(x & 0x3fffffff);
-  const double t = h * 0x1p-30 + l * 0x1p-60;
-  const double u = 1.0 - t;
+template <typename D, typename U>
+[[gnu::always_inline]] inline D basic_double(U x) {
+  const D h = small_to_double<D>(x >> 30);
+  const D l = small_to_double<D>(x & 0x3fffffff);
+  const D t = h * 0x1p-30 + l * 0x1p-60;
+  const D u = 1.0 - t;
   // (2^60 - x) is at most 64 when it is used; the mask keeps the conversion
   // exact in the other case, whose value is discarded.
-  const double tail = small_to_double(((uint64_t{1} << 60) - x) & 0xfff) * 0x1p-60;
+  const D tail = small_to_double<D>(((uint64_t{1} << 60) - x) & 0xfff) * 0x1p-60;
   return u == 0.0 ? tail : u;
 }
+inline double basic_double(uint64_t x) { return basic_double<double>(x); }
 
 // The basic generator that seeds generators 2 to 6.  It starts exactly as a
 // basic generator initialised with seed(1) (including the advance made at

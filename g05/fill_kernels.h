@@ -14,11 +14,9 @@
 
 namespace zem::g05 {
 
-// Lanes and values per lane of the blocked kernels: one block is
-// kernel_lanes * kernel_run values, the run of lane l starting at l * kernel_run.
-inline constexpr int kernel_lanes = 8;
-inline constexpr int kernel_run = 256;
-inline constexpr int64_t kernel_block = int64_t{kernel_lanes} * kernel_run;
+// Values per block of the blocked kernels.  Each instruction set splits a
+// block into as many lanes as suit its registers.
+inline constexpr int64_t kernel_block = 2048;
 
 struct kernel_set {
   const char *isa;
