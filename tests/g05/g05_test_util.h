@@ -142,7 +142,7 @@ struct reference {
 inline const reference &reference_data() {
   static const reference ref = [] {
     reference r;
-    std::ifstream in(std::string(ZEM_G05_DATA) + "/reference.txt");
+    std::ifstream in(std::string(ZEM_TEST_DATA) + "/reference.txt");
     std::string line, tok, all;
     while (std::getline(in, line))
       if (!line.empty() && line[0] != '#') all += line + ' ';
