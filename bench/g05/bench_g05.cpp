@@ -1,12 +1,13 @@
 // Speed of the g05 uniform fill and skip-ahead, side by side in one run.
 //
-// Fill: n = 10^7 doubles into one array (faulted in beforehand) by g05sa with
+// Fill: n = 10^7 doubles into one array (faulted in beforehand) by g05sac with
 // each base generator; GSL's mt19937 with gsl_rng_uniform_pos in a loop;
 // std::mt19937 with std::generate_canonical<double, 53>; and a plain loop
 // storing n doubles (the memory limit).  Rates are medians over the rounds,
 // in doubles per second; the rounds interleave the contenders so that the
 // machine's load affects them alike.
-// Skip-ahead: g05kk(100), i.e. by 2^100 values, median time per generator.
+// Skip-ahead: g05kkc(100), i.e. by 2^100 values, median time per generator.
+// The kernel set in use can be forced with ZEM_G05_ISA (generic, avx2, avx512).
 //
 // Usage: bench_g05 [rounds]   (default 7)
 #include <gsl/gsl_rng.h>
@@ -21,15 +22,7 @@
 #include <string>
 #include <vector>
 
-#include "frame/engine.h"
-
-ZEM_INTERNAL void g05kffn_(engine_data *, const int64_t *genid, const int64_t *subid,
-                           const int64_t *seed, const int64_t *lseed, int64_t *state,
-                           int64_t *lstate, char *errbuf, int64_t *ifail);
-ZEM_INTERNAL void g05kkfn_(engine_data *, const int64_t *n, int64_t *state, char *errbuf,
-                           int64_t *ifail);
-ZEM_INTERNAL void g05safn_(engine_data *, const int64_t *n, int64_t *state, double *x,
-                           char *errbuf, int64_t *ifail);
+#include <zem.h>
 
 namespace {
 
@@ -46,14 +39,15 @@ double median(std::vector<double> v) {
   return v[v.size() / 2];
 }
 
+const Zem_BaseRNG members[7] = {Zem_Basic, Zem_Basic, Zem_WichmannHill_I, Zem_MersenneTwister,
+                                Zem_WichmannHill_II, Zem_ACORN, Zem_MRG32k3a};
+
 std::vector<int64_t> make_state(int64_t genid) {
-  engine_data en{};
-  char errbuf[200];
-  int64_t ifail = 0, subid = 1, seed = 1762, lseed = 1, lstate = 0;
-  int64_t probe[1];
-  g05kffn_(&en, &genid, &subid, &seed, &lseed, probe, &lstate, errbuf, &ifail);
+  const int64_t seed[1] = {1762};
+  int64_t lstate = 0;
+  g05kfc(members[genid], 1, seed, 1, nullptr, &lstate, nullptr);
   std::vector<int64_t> state(lstate);
-  g05kffn_(&en, &genid, &subid, &seed, &lseed, state.data(), &lstate, errbuf, &ifail);
+  g05kfc(members[genid], 1, seed, 1, state.data(), &lstate, nullptr);
   return state;
 }
 
@@ -78,11 +72,9 @@ int main(int argc, char **argv) {
   std::vector<std::vector<int64_t>> states(7);
   for (int64_t g = 1; g <= 6; ++g) {
     states[g] = make_state(g);
-    all.push_back({std::string("g05sa ") + names[g], [&, g] {
-                     engine_data en{};
-                     char errbuf[200];
-                     int64_t ifail = 0;
-                     g05safn_(&en, &n, states[g].data(), x.data(), errbuf, &ifail);
+    all.push_back({std::string("g05sac ") + names[g], [&, g] {
+                     Zem_Fail fail = ZEM_FAIL_INIT;
+                     g05sac(n, states[g].data(), x.data(), &fail);
                    }, {}});
   }
   gsl_rng *gsl = gsl_rng_alloc(gsl_rng_mt19937);
@@ -128,10 +120,8 @@ int main(int argc, char **argv) {
     std::vector<double> t;
     for (int r = 0; r < 3 * rounds; ++r) {
       std::vector<int64_t> s = states[g];
-      engine_data en{};
-      char errbuf[200];
-      int64_t ifail = 0, e = 100;
-      t.push_back(seconds([&] { g05kkfn_(&en, &e, s.data(), errbuf, &ifail); }));
+      Zem_Fail fail = ZEM_FAIL_INIT;
+      t.push_back(seconds([&] { g05kkc(100, s.data(), &fail); }));
     }
     std::printf("  %-20s %10.3f ms%s\n", names[g], 1e3 * median(t),
                 g != 3 && median(t) >= 1e-3 ? "  (target < 1 ms)" : "");
