@@ -23,4 +23,5 @@ program g05kff_example
   call g05kff(genid, subid, seed, lseed, state, lstate, ifail)
   call g05saf(5_int64, state, x, ifail)
   write (*, '(f10.6)') x
+  deallocate (state)
 end program g05kff_example
