@@ -69,7 +69,7 @@ ZEM_INTERNAL void c05ayfn_(engine_data *en_data, const double *a, const double *
   auto small = [&](double fx) { return std::fabs(fx) < *eta || fx == 0.0; };
   auto stop = [&] { zem::user_stop(errbuf, ifail, en_data->cb_status); };
 
-  double fa, fb;
+  double fa = 0.0, fb = 0.0;  // set, so that a trace block before the call shows 0
   *x = *a;
   if (!evaluate(fa)) return stop();
   if (small(fa)) return;
