@@ -41,6 +41,10 @@ struct engine_data {
   int64_t counter2;           // 12  0
 };
 
+// The internal routine the Fortran entries pass in the place of a library
+// routine argument.
+ZEM_INTERNAL void y90jdsn_();
+
 // Puts an engine_data into its initial state.
 ZEM_INTERNAL void y90haan_(engine_data *en_data);
 

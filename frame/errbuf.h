@@ -103,3 +103,8 @@ inline void fail(char *errbuf, int64_t *ifail, int64_t status, int64_t detail, c
 inline void succeed(int64_t *ifail) { *ifail = 0; }
 
 }  // namespace zem
+
+namespace zem {
+// Dynamic memory could not be obtained: status -999, no record needed.
+inline void alloc_fail(int64_t *ifail) { *ifail = status_alloc_fail; }
+}  // namespace zem

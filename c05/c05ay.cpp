@@ -1,0 +1,108 @@
+// c05ay: a zero of a continuous function f in a given interval [a,b].
+//
+// The worker checks eps and the interval, evaluates f at both ends through
+// the callback chain, and drives the reverse-communication core c05az with
+// absolute error control, accepting at once any point where |f| < eta or
+// f = 0.  The core's pole warning becomes status 3, its "tolerance too small"
+// warning status 2; in both cases x holds the core's best estimate.
+#include <cmath>
+
+#include "c05/c05az.h"
+
+inline constexpr zem::message c05ay_messages[] = {
+    {1, 1001, NE_REAL, {"On entry, eps = %s.", "Constraint: eps > 0.0."}},
+    {1, 1002, NE_REAL_2, {"On entry, a = %s and b = %s.", "Constraint: a != b."},
+     {"On entry, a = %s and b = %s.", "Constraint: a /= b."}},
+    {1, 1003, NE_FUNC_END_VAL,
+     {"On entry, f(a) and f(b) have the same sign with neither equalling 0.0:", "f(a) = %s and f(b) = %s."},
+     {"On entry, f(a) and f(b) have the same sign with neither equalling 0.0:", "f(a) = %s and f(b) = %s"}},
+    {2, 1004, NE_TOO_SMALL,
+     {"No further improvement in the solution is possible.", "eps is too small: eps = %s.",
+      "The final value of x returned is an accurate approximation to the zero."},
+     {"No further improvement in the solution is possible.", "eps is too small: eps = %s",
+      "The final value of x returned is an accurate approximation to the zero."}},
+    {3, 1005, NE_PROBABLE_POLE,
+     {"The function values in the interval [a,b] might contain",
+      "a pole rather than a zero. Reducing eps may help in distinguishing between", "a pole and a zero."}},
+};
+
+// One evaluation of f: the point, the value, and the user's data.
+#define C05AY_F_ARGS(V, A, U) V(const double *, x) V(double *, retval) A(int64_t *, iuser) A(double *, ruser)
+ZEM_CALLBACK_CHAIN(c05ay, f, C05AY_F_ARGS)
+
+ZEM_INTERNAL void c05ayf_fh_(engine_data *, zem_routine f, const double *x, double *retval, int64_t *iuser,
+                             double *ruser) {
+  *retval = reinterpret_cast<Zem_C05AY_FFun>(f)(x, iuser, ruser);
+}
+ZEM_INTERNAL void c05ayc_f_helper(engine_data *en_data, zem_routine f, const double *x, double *retval,
+                                  int64_t *iuser, double *) {
+  Zem_Comm *comm = zem::comm_from(iuser);
+  *retval = reinterpret_cast<Zem_C05AY_Fun>(f)(*x, comm);
+  zem::take_user_flag(en_data, comm);
+}
+
+#define C05AY_ARGS(V, A, U)                                                                               \
+  V(const double *, a) V(const double *, b) V(const double *, eps) V(const double *, eta)                \
+  U(zem_routine, f) U(zem_routine, internal) U(c05ay_f_adaptor, adaptor) V(double *, x)                 \
+  A(int64_t *, iuser) A(double *, ruser) V(char *, errbuf) V(int64_t *, ifail)
+ZEM_ENGINE_LAYERS(c05ay, C05AY_ARGS)
+
+ZEM_INTERNAL void c05ayfn_(engine_data *en_data, const double *a, const double *b, const double *eps,
+                           const double *eta, zem_routine f, zem_routine, c05ay_f_adaptor adaptor, double *x,
+                           int64_t *iuser, double *ruser, char *errbuf, int64_t *ifail) {
+  *ifail = 0;
+  if (0.0 >= *eps) return zem::fail(errbuf, ifail, 1, 1001, *eps);  // a NaN passes
+  if (*a == *b) return zem::fail(errbuf, ifail, 1, 1002, *a, *b);
+
+  // f at the point *x; false when the user asked to stop.
+  auto evaluate = [&](double &fx) {
+    return c05ayf_print_fh_(adaptor, en_data, f, x, &fx, iuser, ruser) == 0;
+  };
+  auto small = [&](double fx) { return std::fabs(fx) < *eta || fx == 0.0; };
+  auto stop = [&] { zem::user_stop(errbuf, ifail, en_data->cb_status); };
+
+  double fa, fb;
+  *x = *a;
+  if (!evaluate(fa)) return stop();
+  if (small(fa)) return;
+  *x = *b;
+  if (!evaluate(fb)) return stop();
+  if (small(fb)) return;
+  if ((fa <= 0.0) == (fb <= 0.0)) return zem::fail(errbuf, ifail, 1, 1003, fa, fb);
+
+  // The core, started with both end values known.
+  double xc = *a, yc = *b, fx = fa, tolx = *eps, c[10] = {fb};
+  const int64_t ir = 1;  // absolute error control
+  int64_t ind = -1, status = 0;
+  for (;;) {
+    c05azfn_(en_data, &xc, &yc, &fx, &tolx, &ir, c, &ind, errbuf, &status);
+    *x = xc;
+    if (ind == 0) break;
+    if (!evaluate(fx)) return stop();
+    if (small(fx)) return;
+  }
+  switch (status) {
+    case 0: return;
+    case 4: return zem::fail(errbuf, ifail, 3, 1005);
+    case 5: return zem::fail(errbuf, ifail, 2, 1004, *eps);
+    default: *ifail = status;  // not reachable after the checks above
+  }
+}
+
+ZEM_API void c05ayf_(const double *a, const double *b, const double *eps, const double *eta, Zem_C05AY_FFun f,
+                     double *x, int64_t iuser[], double ruser[], int64_t *ifail) {
+  zem::f_entry call("c05ayf", c05ay_messages);
+  c05ayft_(&call.en_data, a, b, eps, eta, reinterpret_cast<zem_routine>(f), y90jdsn_, c05ayf_fh_, x, iuser, ruser,
+           call.errbuf, &call.status);
+  call.finish(ifail);
+}
+
+ZEM_API void c05ayc(double a, double b, double eps, double eta, Zem_C05AY_Fun f, double *x, Zem_Comm *comm,
+                    Zem_Fail *fail) {
+  zem::c_entry call("c05ayc", c05ay_messages, fail);
+  if (!x) return call.bad_param("x");
+  if (!f) return call.bad_param("f");
+  c05ayft_(&call.en_data, &a, &b, &eps, &eta, reinterpret_cast<zem_routine>(f), nullptr, c05ayc_f_helper, x,
+           call.comm_slot(comm), call.ruser(), call.errbuf, &call.status);
+  call.finish();
+}

@@ -1,0 +1,121 @@
+// The entry layers: what the C entry XXXXXc and the Fortran entry XXXXXf_
+// of every routine do around the engine call.
+//
+//   C entry                                Fortran entry
+//   zem::c_entry call("c05ayc", tbl, fail)  zem::f_entry call("c05ayf", tbl)
+//   if (!x) return call.bad_param("x");     c05ayft_(&call.en_data, ..., call.errbuf,
+//   c05ayft_(&call.en_data, ...,                     &call.status);
+//            call.errbuf, &call.status);    call.finish(ifail);
+//   call.finish();
+//
+// The C entry reports through the fail record (p01acc_c), the Fortran entry
+// through ifail and the error message unit (p01abzu_).  Neither lets an
+// exception escape: the engine does not throw, and the reporting code below
+// works in fixed buffers.
+#pragma once
+
+#include <cstdint>
+
+#include "engine.h"
+#include "messages.h"
+
+// Prepares the Fortran run-time for the library's output.  The run-time
+// initialises itself when loaded, so this only makes sure the library's own
+// start-up (trace switch from the environment) has run.
+ZEM_INTERNAL void f90_io_init();
+
+// The C error exit: reports (message, code) for routine through the fail
+// record.  message may be null: the template zem_errlist[code] is used.
+ZEM_INTERNAL void p01acc_c(const char *message, int code, const char *routine, Zem_Fail *fail);
+
+// The Fortran error exit: with status 0 sets ifail to 0; otherwise prints
+// the message lines (each line_len characters), the ABNORMAL EXIT line and
+// the hard or soft failure line as the caller's ifail asks, stops the
+// program on a hard failure, and stores the status in ifail.
+ZEM_INTERNAL void p01abzu_(int64_t *ifail, const int64_t *status, const char *routine, const char *lines,
+                           const int64_t *nlines, size_t routine_len, size_t line_len);
+
+// Parses a message record: status, detail and up to max_values values
+// (each NUL-terminated, at most 25 characters).  Returns the number of
+// values read, or -1 when the two leading integers cannot be read.
+ZEM_INTERNAL int p01abtn_(const char *errbuf, int64_t *status, int64_t *detail, char (*values)[26],
+                          int max_values);
+
+namespace zem {
+
+// Fills a fail record from an engine status and message record.
+void report_c(const char *routine, message_table table, int64_t status, const char *errbuf, Zem_Fail *fail);
+// Hands an engine status and message record to the Fortran error exit.
+void report_f(const char *routine, message_table table, int64_t status, const char *errbuf, int64_t *ifail);
+
+// The engine side of a user stop: a worker that sees a non-zero callback
+// status after an evaluation returns through this.
+void user_stop(char *errbuf, int64_t *ifail, int64_t flag);
+
+// The comm pointer of a C entry travels through the engine in the place of
+// iuser: iuser points at the entry's saved pointer.
+inline Zem_Comm *comm_from(int64_t *iuser) { return *reinterpret_cast<Zem_Comm **>(iuser); }
+
+// After a user function of the C interface returns: a non-zero flag in the
+// comm record asks the engine to stop.
+inline void take_user_flag(engine_data *en_data, const Zem_Comm *comm) {
+  if (comm && comm->flag != 0 && comm->flag != repeat_call) en_data->cb_status = comm->flag;
+}
+
+class c_entry {
+ public:
+  engine_data en_data;
+  char errbuf[errbuf_len] = {};
+  int64_t status = 1;  // the engine never prints: every failure is quiet
+
+  c_entry(const char *routine, message_table table, Zem_Fail *fail)
+      : routine_(routine), table_(table), fail_(fail) {
+    f90_io_init();
+    if (fail_) {
+      fail_->code = 0;
+      fail_->errnum = 0;
+    }
+    y90haan_(&en_data);
+  }
+
+  // The place of iuser for the engine: the address of the saved comm pointer.
+  int64_t *comm_slot(Zem_Comm *comm) {
+    comm_ = comm;
+    return reinterpret_cast<int64_t *>(&comm_);
+  }
+  // The place of ruser: the C interface has none.
+  double *ruser() { return &ruser_; }
+
+  // A null pointer or an unknown enumeration member, caught before the
+  // engine is called: NE_BAD_PARAM naming the argument.
+  void bad_param(const char *arg);
+
+  // Translates the engine's status and record; reports success through the
+  // error exit when nothing else was reported (so the handler always runs).
+  void finish();
+
+ private:
+  const char *routine_;
+  message_table table_;
+  Zem_Fail *fail_;
+  Zem_Comm *comm_ = nullptr;
+  double ruser_ = 0.0;
+};
+
+class f_entry {
+ public:
+  engine_data en_data;
+  char errbuf[errbuf_len] = {};
+  int64_t status = 1;
+
+  f_entry(const char *routine, message_table table) : routine_(routine), table_(table) {
+    y90haan_(&en_data);
+  }
+  void finish(int64_t *ifail) { report_f(routine_, table_, status, errbuf, ifail); }
+
+ private:
+  const char *routine_;
+  message_table table_;
+};
+
+}  // namespace zem

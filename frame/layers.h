@@ -1,0 +1,119 @@
+// The engine layers and callback chains, generated from one argument list.
+//
+// A routine names its engine arguments once, as an X-macro list in Fortran
+// order (the engine context comes first and is not listed):
+//
+//   #define C05AY_ARGS(V, A, U) V(const double *, a) ... U(zem_routine, f) ...
+//           A(int64_t *, iuser) A(double *, ruser) A(char *, errbuf) V(int64_t *, ifail)
+//
+//   V(type, name)  an argument passed by address; traced by its value
+//   A(type, name)  an array or an opaque address; traced as an address
+//   U(type, name)  a routine argument; not traced
+//
+// ZEM_ENGINE_LAYERS(c05ay, C05AY_ARGS) then defines the thunk c05ayft_ and
+// the traced engine entry c05ayfv_ and declares the worker c05ayfn_, which
+// the routine writes.  Every user-function argument gets its callback chain
+// from ZEM_CALLBACK_CHAIN(c05ay, f, C05AY_F_ARGS), where the list names the
+// arguments of one evaluation after the user routine itself; it declares
+// the two adaptors (the routine writes them: they make the user call) and
+// defines the guard, marshal and traced layers:
+//
+//   c05ayf_fh_           Fortran adaptor       (written by the routine)
+//   c05ayc_f_helper      C adaptor             (written by the routine)
+//   c05ayf_internal_fh_  re-entry guard
+//   c05ayf_marshal_fh_   re-entry loop (repeats while the status is -8888)
+//   c05ayf_print_fh_     traced callback; the worker calls this one
+#pragma once
+
+#include <cstdint>
+
+#include "engine.h"
+#include "trace.h"
+
+#define ZEM_ARG_PARAM_(type, name) , type name
+#define ZEM_ARG_NAME_(type, name) , name
+#define ZEM_ARG_TYPE_(type, name) , type
+#define ZEM_ARG_TRACE_V_(type, name) zem_tb.value(#name, name);
+#define ZEM_ARG_TRACE_A_(type, name) zem_tb.address(#name, name);
+#define ZEM_ARG_TRACE_U_(type, name)
+
+#define ZEM_PARAMS(ARGS) engine_data *en_data ARGS(ZEM_ARG_PARAM_, ZEM_ARG_PARAM_, ZEM_ARG_PARAM_)
+#define ZEM_NAMES(ARGS) en_data ARGS(ZEM_ARG_NAME_, ZEM_ARG_NAME_, ZEM_ARG_NAME_)
+#define ZEM_TRACE_ARGS(ARGS) ARGS(ZEM_ARG_TRACE_V_, ZEM_ARG_TRACE_A_, ZEM_ARG_TRACE_U_)
+
+// A trace block listing the context and every traced argument.
+#define ZEM_TRACE_BLOCK(heading, when, ARGS) \
+  do {                                       \
+    zem::trace_block zem_tb(heading, when);  \
+    zem_tb.value("en_data", en_data);        \
+    ZEM_TRACE_ARGS(ARGS)                     \
+  } while (0)
+
+#define ZEM_ENGINE_LAYERS(rtn, ARGS)                     \
+  ZEM_INTERNAL void rtn##fn_(ZEM_PARAMS(ARGS));          \
+  ZEM_INTERNAL void rtn##fv_(ZEM_PARAMS(ARGS)) {         \
+    if (!zem::trace_on()) return rtn##fn_(ZEM_NAMES(ARGS)); \
+    ZEM_TRACE_BLOCK(#rtn "fv", "entry", ARGS);           \
+    rtn##fn_(ZEM_NAMES(ARGS));                           \
+    ZEM_TRACE_BLOCK(#rtn "fv", "exit", ARGS);            \
+  }                                                      \
+  ZEM_INTERNAL void rtn##ft_(ZEM_PARAMS(ARGS)) { rtn##fv_(ZEM_NAMES(ARGS)); }
+
+namespace zem {
+
+// The re-entry loop: calls the adaptor, and again in mode 1 for as long as
+// the guard asks for a repeat; restores the caller's mode.  Returns the
+// callback status, which is non-zero when the user asked to stop.
+template <typename Adaptor, typename... A>
+inline int64_t marshal(Adaptor adaptor, engine_data *en_data, A... a) {
+  const int32_t saved_mode = en_data->cb_mode;
+  adaptor(en_data, a...);
+  while (en_data->cb_status == repeat_call) {
+    en_data->cb_mode = 1;
+    en_data->cb_status = 0;
+    adaptor(en_data, a...);
+  }
+  en_data->cb_mode = saved_mode;
+  return en_data->cb_status;
+}
+
+// The re-entry guard: a user call is allowed only in mode 1; otherwise the
+// call is refused with the repeat status and the marshal layer repeats it.
+template <typename Adaptor, typename... A>
+inline void guard(Adaptor adaptor, engine_data *en_data, A... a) {
+  if (en_data->cb_mode == 1)
+    adaptor(en_data, a...);
+  else
+    en_data->cb_status = repeat_call;
+}
+
+}  // namespace zem
+
+#define ZEM_CALLBACK_CHAIN(rtn, arg, CBARGS)                                                          \
+  using rtn##_##arg##_adaptor = void (*)(engine_data *, zem_routine CBARGS(ZEM_ARG_TYPE_, ZEM_ARG_TYPE_, \
+                                                                           ZEM_ARG_TYPE_));           \
+  ZEM_INTERNAL void rtn##f_##arg##h_(engine_data *en_data, zem_routine arg                          \
+                                         CBARGS(ZEM_ARG_PARAM_, ZEM_ARG_PARAM_, ZEM_ARG_PARAM_));     \
+  ZEM_INTERNAL void rtn##c_##arg##_helper(engine_data *en_data, zem_routine arg                     \
+                                              CBARGS(ZEM_ARG_PARAM_, ZEM_ARG_PARAM_, ZEM_ARG_PARAM_)); \
+  ZEM_INTERNAL void rtn##f_internal_##arg##h_(engine_data *en_data, zem_routine arg                 \
+                                                  CBARGS(ZEM_ARG_PARAM_, ZEM_ARG_PARAM_, ZEM_ARG_PARAM_)) { \
+    zem::guard(rtn##f_##arg##h_, en_data, arg CBARGS(ZEM_ARG_NAME_, ZEM_ARG_NAME_, ZEM_ARG_NAME_));  \
+  }                                                                                                  \
+  ZEM_INTERNAL int64_t rtn##f_marshal_##arg##h_(rtn##_##arg##_adaptor adaptor, engine_data *en_data,  \
+                                                zem_routine arg                                      \
+                                                    CBARGS(ZEM_ARG_PARAM_, ZEM_ARG_PARAM_, ZEM_ARG_PARAM_)) { \
+    return zem::marshal(adaptor, en_data, arg CBARGS(ZEM_ARG_NAME_, ZEM_ARG_NAME_, ZEM_ARG_NAME_));   \
+  }                                                                                                  \
+  ZEM_INTERNAL int64_t rtn##f_print_##arg##h_(rtn##_##arg##_adaptor adaptor, engine_data *en_data,    \
+                                              zem_routine arg                                        \
+                                                  CBARGS(ZEM_ARG_PARAM_, ZEM_ARG_PARAM_, ZEM_ARG_PARAM_)) { \
+    if (!zem::trace_on())                                                                            \
+      return rtn##f_marshal_##arg##h_(adaptor, en_data, arg CBARGS(ZEM_ARG_NAME_, ZEM_ARG_NAME_,       \
+                                                                   ZEM_ARG_NAME_));                  \
+    ZEM_TRACE_BLOCK(#rtn "fv:" #arg, "before", CBARGS);                                             \
+    const int64_t zem_status = rtn##f_marshal_##arg##h_(adaptor, en_data, arg CBARGS(ZEM_ARG_NAME_,   \
+                                                         ZEM_ARG_NAME_, ZEM_ARG_NAME_));             \
+    ZEM_TRACE_BLOCK(#rtn "fv:" #arg, "after", CBARGS);                                              \
+    return zem_status;                                                                               \
+  }

@@ -1,0 +1,1 @@
+/* Zem chapter d01.  Included by zem.h. */

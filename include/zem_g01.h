@@ -1,0 +1,1 @@
+/* Zem chapter g01.  Included by zem.h. */

@@ -1,0 +1,1 @@
+/* Zem chapter g05.  Included by zem.h. */

@@ -1,0 +1,1 @@
+/* Zem chapter s15.  Included by zem.h. */

@@ -1,0 +1,17 @@
+# Sourced by demo.sh and test.sh: makes sure the build tools are there.
+# On a fresh Debian machine, run as root, missing packages are installed
+# with apt-get; otherwise the missing ones are named and the script stops.
+zem_packages="cmake make g++ gfortran pkg-config libgtest-dev libgmock-dev $*"
+missing=""
+for p in $zem_packages; do
+  dpkg-query -W -f='${Status}' "$p" 2>/dev/null | grep -q "install ok installed" || missing="$missing $p"
+done
+if [ -n "$missing" ]; then
+  if [ "$(id -u)" = 0 ] && command -v apt-get >/dev/null; then
+    echo "Installing:$missing"
+    export DEBIAN_FRONTEND=noninteractive
+    apt-get update -qq && apt-get install -y -qq $missing >/dev/null || { echo "apt-get failed"; exit 1; }
+  else
+    echo "Missing packages:$missing (install them, or run this script as root)"; exit 1
+  fi
+fi
