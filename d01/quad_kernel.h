@@ -19,6 +19,9 @@
 //   g   = w_gc f_c (0 if the centre is not a Gauss node), then the odd j
 //   abs = w_kc |f_c|, then odd j, then even j
 //   asc = w_kc |f_c - k/2|, then j = 0, 1, 2, ...
+// or, for a block marked !gauss_first (the transformed 15-point rule of the
+// infinite range), k, g and abs over j = 0, 1, 2, ... with g adding the zero
+// weights of the Kronrod-only pairs too.
 // (pair j has node x_j of the half table, xgk[j]; pair sums are formed as
 // f_L + f_R, which is also f_R + f_L: mirrored intervals give equal sums).
 #pragma once

@@ -40,6 +40,7 @@ struct pair_block {
   double wkc;          // centre weights (0 if the block has no centre)
   double wgc;
   bool centre;         // whether x[2m] = c belongs to the block
+  bool gauss_first;    // sum order: Gauss pairs first (else j = 0, 1, ...)
   // Points the block asks of the integrand.
   constexpr int64_t points() const { return 2 * m + (centre ? 1 : 0); }
 };
@@ -54,10 +55,12 @@ struct pair_layout {
   double wkc = 0.0, wgc = 0.0;
   bool centre = false;
 
-  constexpr pair_block block() const { return {m, mpad, node, wk, wg, wkc, wgc, centre}; }
+  constexpr pair_block block(bool gauss_first = true) const {
+    return {m, mpad, node, wk, wg, wkc, wgc, centre, gauss_first};
+  }
   // The same nodes with other weights (Patterson's stages).
   constexpr pair_block block(const double *k, double kc, const double *g, double gc) const {
-    return {m, mpad, node, k, g, kc, gc, centre};
+    return {m, mpad, node, k, g, kc, gc, centre, true};
   }
 };
 

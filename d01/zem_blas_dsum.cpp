@@ -2,7 +2,7 @@
 
 #include "zem_blas_dsum.h"
 
-double zem_blas_dsum(int64_t n, const double *x, int64_t incx) {
+ZEM_INTERNAL double zem_blas_dsum(int64_t n, const double *x, int64_t incx) {
   if (n <= 0) return 0.0;
   const double *p = incx >= 0 ? x : x + (n - 1) * (-incx);
   double s = 0.0, c = 0.0;

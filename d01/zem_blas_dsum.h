@@ -6,6 +6,8 @@
 
 #include <cstdint>
 
+#include "frame/engine.h"
+
 // Sum of x[0], x[incx], ..., x[(n-1)*incx] (for incx < 0 the elements are
 // taken from the far end, as in the BLAS).  Returns 0 for n <= 0.
 // Each addition's rounding error is recovered exactly (Knuth's TwoSum) and the
@@ -13,4 +15,4 @@
 // as if the naive sum were formed in twice the working precision and then
 // rounded: |error| <= eps |s| + (n eps)^2 sum |x_i|, eps = 2^-53.  The order
 // of the additions is fixed, so the result is reproducible.
-double zem_blas_dsum(int64_t n, const double *x, int64_t incx);
+ZEM_INTERNAL double zem_blas_dsum(int64_t n, const double *x, int64_t incx);
