@@ -20,7 +20,8 @@ class infinite_range_rule {
     for (double &v : g_) v = 0.0;
   }
 
-  int64_t points() const { return block_.points(); }
+  // Integrand evaluations per application: 15, or 30 for both half-lines.
+  int64_t points() const { return both_ ? 2 * block_.points() : block_.points(); }
 
   int64_t operator()(double a, double b, rule_estimate &out) {
     const double centre = 0.5 * (a + b);

@@ -74,6 +74,33 @@ inline constexpr battery_integrand battery_integrands[] = {
     {"cos_100x_limit_5", [](double x) { return std::cos(100.0 * x); }},
     {"inv_sqrt_tight", [](double x) { return 1.0 / std::sqrt(x); }},
     {"log_tight", [](double x) { return std::log(x); }},
+    // Break points (classic QAGP rows).
+    {"bp_log_abs_third", [](double x) { return std::log(std::fabs(x - third)); }},
+    {"bp_log_abs_third_reversed", [](double x) { return std::log(std::fabs(x - third)); }},
+    {"bp_inv_sqrt_abs_03", [](double x) { return 1.0 / std::sqrt(std::fabs(x - c03)); }},
+    {"bp_step_third", [](double x) { return x < third ? 0.0 : 1.0; }},
+    {"bp_floor", [](double x) { return std::floor(x); }},
+    {"bp_cubic_log", [](double x) { return x * x * x * std::log(std::fabs((x * x - 1.0) * (x * x - 2.0))); }},
+    {"bp_none_exp", [](double x) { return std::exp(x); }},
+    {"bp_lorentz_03", [](double x) { return 1.0 / ((x - c03) * (x - c03) + 1e-4); }},
+    {"bp_abs_third_unsorted", [](double x) { return std::fabs(x - third) + std::sqrt(x); }},
+    {"bp_limit_2", [](double x) { return std::log(std::fabs(x - third)); }},
+    {"bp_inv_x", [](double x) { return 1.0 / x; }},
+    // Infinite ranges (classic QAGI rows).
+    {"inf_exp", [](double x) { return std::exp(-x); }},
+    {"inf_exp_shifted", [](double x) { return std::exp(-x); }},
+    {"inf_cauchy_both", [](double x) { return 1.0 / (1.0 + x * x); }},
+    {"inf_gauss_both", [](double x) { return std::exp(-x * x); }},
+    {"inf_exp_left", [](double x) { return std::exp(x); }},
+    {"inf_cauchy_left", [](double x) { return 1.0 / (1.0 + x * x); }},
+    {"inf_sqrt_pole", [](double x) { return 1.0 / ((1.0 + x) * std::sqrt(x)); }},
+    {"inf_pow_m15", [](double x) { return std::pow(x, -1.5); }},
+    {"inf_exp_cos", [](double x) { return std::exp(-x) * std::cos(x); }},
+    {"inf_exp_inv_sqrt", [](double x) { return std::exp(-x) / std::sqrt(x); }},
+    {"inf_log_cauchy", [](double x) { return std::log(x) / (1.0 + x * x); }},
+    {"inf_pow_m101", [](double x) { return std::pow(x, -1.01); }},
+    {"inf_inv_x", [](double x) { return 1.0 / x; }},
+    {"inf_limit_4", [](double x) { return 1.0 / ((1.0 + x) * std::sqrt(x)); }},
 };
 // clang-format on
 
