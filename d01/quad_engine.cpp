@@ -141,11 +141,16 @@ quad_outcome adaptive_extrapolated(rule_ref rule, int64_t npoints, double a, dou
   rlist[0] = result;
   elist[0] = abserr;
 
-  // Step 2: done already, or nothing more can be done.
+  // Step 2: done already, or nothing more can be done.  The estimate is
+  // accepted when it meets the bound and is not merely resasc (the rule's
+  // pessimistic fallback for a rough f).  With a limit of one interval the
+  // limit code is set only when the estimate is not accepted (the published
+  // scheme sets it in any case).
+  const bool met = (abserr <= errbnd && abserr != first.resasc) || abserr == 0.0;
   int64_t code = 0;
   if (abserr <= (100.0 * epmach) * defabs && abserr > errbnd) code = 2;
-  if (limit == 1) code = 1;
-  if (code != 0 || (abserr <= errbnd && abserr != first.resasc) || abserr == 0.0) {
+  if (limit == 1 && !(P.late_limit_test && met)) code = 1;
+  if (code != 0 || met) {
     out.result = result;
     out.abserr = abserr;
     out.last = 1;
@@ -334,10 +339,11 @@ quad_outcome adaptive_plain(rule_ref rule, int64_t npoints, double a, double b, 
   double errbnd = std::max(epsabs, epsrel * std::fabs(result));
   rlist[0] = result;
   elist[0] = abserr;
+  const bool met = (abserr <= errbnd && abserr != first.resasc) || abserr == 0.0;
   int64_t code = 0;
   if (abserr <= (50.0 * P.epmach) * defabs && abserr > errbnd) code = 2;
-  if (limit == 1) code = 1;
-  if (code != 0 || (abserr <= errbnd && abserr != first.resasc) || abserr == 0.0) {
+  if (limit == 1 && !(P.late_limit_test && met)) code = 1;
+  if (code != 0 || met) {
     out.result = result;
     out.abserr = abserr;
     out.last = 1;
@@ -462,7 +468,7 @@ quad_outcome adaptive_breakpoints(rule_ref rule, int64_t npoints, const double *
       iord[i] = ind1;
     }
   }
-  if (limit == nint) code = 1;
+  if (limit == nint && !(P.late_limit_test && abserr <= errbnd)) code = 1;
   if (code != 0 || abserr <= errbnd) {
     out.result = sign * result;
     out.abserr = abserr;

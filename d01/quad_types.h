@@ -64,7 +64,8 @@ struct policy {
   double oflow;    // "infinite" error: no estimate yet
   // The subdivision-limit test comes after the other failure tests and does
   // not end the step: the last subdivision still gets its extrapolation, and
-  // an extrapolation that meets the tolerance clears the limit code.
+  // an extrapolation that meets the tolerance clears the limit code; nor
+  // does a limit of one interval count when the first estimate is accepted.
   bool late_limit_test;
   // Floor of the epsilon algorithm's error, as a multiple of |result|.
   double eps_floor;

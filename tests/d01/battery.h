@@ -65,6 +65,7 @@ inline constexpr battery_integrand battery_integrands[] = {
     {"zero", [](double) { return 0.0; }},
     {"empty_interval", [](double x) { return std::exp(x); }},
     {"maxsub_1", [](double x) { return std::exp(-x * x); }},
+    {"maxsub_1_met", [](double x) { return std::exp(x); }},
     {"inv_sqrt_limit_3", [](double x) { return 1.0 / std::sqrt(x); }},
     {"inv_sqrt_limit_4", [](double x) { return 1.0 / std::sqrt(x); }},
     {"inv_sqrt_limit_6", [](double x) { return 1.0 / std::sqrt(x); }},
@@ -84,6 +85,7 @@ inline constexpr battery_integrand battery_integrands[] = {
     {"bp_none_exp", [](double x) { return std::exp(x); }},
     {"bp_lorentz_03", [](double x) { return 1.0 / ((x - c03) * (x - c03) + 1e-4); }},
     {"bp_abs_third_unsorted", [](double x) { return std::fabs(x - third) + std::sqrt(x); }},
+    {"bp_limit_2_met", [](double x) { return std::exp(x); }},
     {"bp_limit_2", [](double x) { return std::log(std::fabs(x - third)); }},
     {"bp_inv_x", [](double x) { return 1.0 / x; }},
     // Infinite ranges (classic QAGI rows).

@@ -112,6 +112,10 @@ constexpr explained_row explained[] = {
     // The late limit test: the extrapolation of the last allowed bisection
     // meets the tolerance; success instead of code 1 with the global sum.
     {"log_over_sqrt_limit_8", dep_late_limit},
+    // A limit of one interval (or of the initial partition) does not count
+    // when the first estimate is accepted.
+    {"maxsub_1_met", dep_epmach | dep_late_limit},
+    {"bp_limit_2_met", dep_epmach | dep_late_limit},
     {"inv_sqrt_limit_6", dep_epmach | dep_late_limit},
     {"log_limit_6", dep_epmach | dep_late_limit},
 };
