@@ -9,9 +9,9 @@
 // ZEM_DISPATCH = baseline, avx2 or avx512 forces a family (a family the
 // processor lacks is ignored).
 //
-// All builds give the same bits: the source works on 8-lane vectors of
-// doubles whatever the register width, the compiler may not contract a*b+c
-// into a fused multiply-add (-ffp-contract=off), the vectors only form the
+// All builds give the same bits: the source works on the family's native
+// vectors (2, 4 or 8 doubles), the compiler may not contract a*b+c into a
+// fused multiply-add (-ffp-contract=off), the vectors only form the
 // abscissae and the per-pair products (element-wise, correctly rounded), and
 // every sum is then accumulated by scalar additions in one fixed order, the
 // order of the published rule evaluation:

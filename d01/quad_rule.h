@@ -19,7 +19,8 @@ namespace zem::quad {
 //            spread of f it behaves like the true error of the higher rule),
 //   abserr = max(50 epmach resabs, abserr)                 if resabs > uflow / (50 epmach)
 //            (no estimate below the rounding level of the sum).
-// t^1.5 is formed by pow, as in the published evaluation.
+// t^1.5 is formed by pow, as in the published evaluation (and only where it
+// can matter, t < 1).
 inline rule_estimate estimate_from_sums(double k, double g, double sabs, double sasc, double hlgth,
                                         const policy &P) {
   const double dhlgth = std::fabs(hlgth);
@@ -29,8 +30,11 @@ inline rule_estimate estimate_from_sums(double k, double g, double sabs, double 
   r.resasc = sasc * dhlgth;
   r.abserr = std::fabs((k - g) * hlgth);
   if (r.resasc != 0.0 && r.abserr != 0.0) {
+    // min(1, t^1.5) is 1 for t >= 1 (pow is monotonic), so pow is needed
+    // only below 1; the values are those of min(1, pow(t, 1.5)) in every
+    // case (a NaN t still goes through pow and stays NaN).
     const double t = 200.0 * r.abserr / r.resasc;
-    const double t15 = std::pow(t, 1.5);
+    const double t15 = t >= 1.0 ? 1.0 : std::pow(t, 1.5);
     r.abserr = r.resasc * (t15 < 1.0 ? t15 : 1.0);
   }
   if (r.resabs > P.uflow / (50.0 * P.epmach)) {
@@ -46,8 +50,9 @@ class gk_rule {
  public:
   gk_rule(pair_block rule, integrand_ref f, const rule_kernels &kern, const policy &P)
       : rule_(rule), f_(f), kern_(kern), P_(P) {
-    for (double &v : x_) v = 0.0;
-    for (double &v : fv_) v = 0.0;
+    // The kernel reads fv up to m + mpad; the integrand writes only the
+    // block's points, so the lanes past them are set once here.
+    for (int64_t i = rule_.points(); i < rule_.m + rule_.mpad; ++i) fv_[i] = 0.0;
   }
 
   int64_t points() const { return rule_.points(); }

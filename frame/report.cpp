@@ -173,8 +173,11 @@ ZEM_INTERNAL void p01acc_c(const char *message, int code, const char *routine, Z
   // The handler runs before the copy: the record's message still holds the
   // previous text while it runs.
   if (fail->handler) fail->handler(message, code, routine);
-  std::strncpy(fail->message, message, sizeof fail->message - 1);
-  fail->message[sizeof fail->message - 1] = '\0';
+  // Copy without padding the rest of the field (strncpy would write all 512
+  // bytes on every call, success included).
+  const size_t n = strnlen(message, sizeof fail->message - 1);
+  std::memcpy(fail->message, message, n);
+  fail->message[n] = '\0';
 }
 
 ZEM_INTERNAL void p01abzu_(int64_t *ifail, const int64_t *status, const char *routine, const char *lines,
