@@ -40,8 +40,10 @@ program d01rjf_example
               iuser, ruser, cpuser, ifail)
   if (ifail == 0) then
     write (*, '(a)') 'Integral of log(x)/sqrt(x) over [0,1]'
-    write (*, '(a,f18.14)') 'result  = ', result
-    write (*, '(a,es10.2)') 'abserr  = ', abserr
+    ! The last digits depend on how the compiler evaluates f's array
+    ! expression; the first twelve do not.
+    write (*, '(a,f16.12)') 'result  = ', result
+    write (*, '(a,l1)') 'abserr below 1e-12: ', abserr < 1.0e-12_real64
     write (*, '(i0,a,i0,a)') iinfo(1), ' subintervals, ', iuser(1), ' evaluations of f'
   end if
 
