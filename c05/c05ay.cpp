@@ -25,6 +25,7 @@ inline constexpr zem::message c05ay_messages[] = {
      {"The function values in the interval [a,b] might contain",
       "a pole rather than a zero. Reducing eps may help in distinguishing between", "a pole and a zero."}},
 };
+ZEM_REGISTER_MESSAGES(c05ay)
 
 // One evaluation of f: the point, the value, and the user's data.
 #define C05AY_F_ARGS(V, A, U) V(const double *, x) V(double *, retval) A(int64_t *, iuser) A(double *, ruser)

@@ -41,6 +41,7 @@ inline constexpr zem::message c05az_messages[] = {
       "being solved. However, the values x and y returned may well", "be good approximations to the zero.",
       "tolx = %s"}},
 };
+ZEM_REGISTER_MESSAGES(c05az)
 
 namespace {
 
@@ -167,8 +168,10 @@ ZEM_INTERNAL void c05azfn_(engine_data *, double *x, double *y, const double *fx
     *ind = 4;
     return;
   }
-  // 5. The bracket is down to the rounding unit of b.
-  if (std::fabs(m) <= std::fabs(s.b) * eps_rel) {
+  // 5. The bracket is down to the rounding unit of b.  A bracket that is no
+  //    longer a number (an infinite end point met an infinite step) cannot
+  //    be improved either; reporting it here keeps the iteration finite.
+  if (std::fabs(m) <= std::fabs(s.b) * eps_rel || std::isnan(m)) {
     *x = s.b;
     *y = s.c;
     *ind = 0;
@@ -196,8 +199,11 @@ ZEM_INTERNAL void c05azfn_(engine_data *, double *x, double *y, const double *fx
       s.d = p / q;
     }
   }
-  // 7. New point, at least tol away from b.
-  const double b_new = std::fabs(s.d) > tol ? s.b + s.d : s.c <= s.b ? s.b - tol : s.b + tol;
+  // 7. New point, at least tol away from b.  A NaN tolerance (it passes the
+  //    check on purpose) gives no minimum step: the step is taken as it is,
+  //    and the iteration ends through the test of step 5.
+  const double b_new =
+      std::fabs(s.d) > tol || std::isnan(tol) ? s.b + s.d : s.c <= s.b ? s.b - tol : s.b + tol;
   // 8. Save the state for the next entry.
   c[1] = s.fb;
   c[2] = s.b;

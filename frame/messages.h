@@ -19,6 +19,8 @@
 #pragma once
 
 #include <array>
+#include <cstddef>
+#include <iterator>
 #include <cstdint>
 #include <span>
 #include <string_view>
@@ -43,6 +45,21 @@ struct message {
 };
 
 using message_table = std::span<const message>;
+
+// Every table registers itself in the object section "zem_messages", so
+// that a test can check all of them (placeholders, line widths, codes)
+// without a list that could forget one:  ZEM_REGISTER_MESSAGES(c05ay).
+struct registered_table {
+  const char *routine;
+  const message *rows;
+  size_t size;
+};
+// The section holds pointers (8 bytes each, no padding between them).
+#define ZEM_REGISTER_MESSAGES(rtn)                                                                     \
+  static constexpr zem::registered_table rtn##_messages_registered{#rtn, rtn##_messages,               \
+                                                                   std::size(rtn##_messages)};        \
+  [[gnu::used, gnu::section("zem_messages")]] static const zem::registered_table *const rtn##_messages_entry = \
+      &rtn##_messages_registered;
 
 // Number of "%s" conversions in a set of lines: the values a row needs.
 constexpr int count_values(const std::array<const char *, max_message_lines> &lines) {

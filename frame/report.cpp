@@ -22,6 +22,7 @@ constexpr int f_line_len = 80;
 constexpr message frame_messages[] = {
     {status_user_stop, detail_user_stop, NE_USER_STOP, {"User requested termination, user flag value = %s."}},
 };
+ZEM_REGISTER_MESSAGES(frame)
 
 constexpr const char *alloc_fail_c = "NE_ALLOC_FAIL:\n  Dynamic memory allocation failed.";
 constexpr const char *alloc_fail_f = "** Dynamic memory allocation failed.";

@@ -80,6 +80,7 @@ inline constexpr zem::message x04bb_messages[] = {
     {1, 1001, NE_READ_EOF, {"End of file reached on unit %s."}},
     {2, 1002, NE_READ_ERROR, {"A record could not be read from unit %s."}},
 };
+ZEM_REGISTER_MESSAGES(x04bb)
 
 ZEM_CALLBACK_CHAIN(x04bb, read_rec, X04_REC_ARGS)
 ZEM_INTERNAL void x04bbf_read_rech_(engine_data *, zem_routine r, const int64_t *unit, char *rec, const int64_t *len,
@@ -136,6 +137,7 @@ inline constexpr zem::message x04ca_messages[] = {
     {2, 1002, NE_BAD_PARAM, {"On entry, diag = '%s'.", "Constraint: diag = 'U', 'N' or 'B'."}},
     {3, 1003, NE_INT_2, {"On entry, lda = %s and m = %s.", "Constraint: lda >= m."}},
 };
+ZEM_REGISTER_MESSAGES(x04ca)
 
 namespace {
 
