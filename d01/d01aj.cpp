@@ -25,6 +25,7 @@ inline constexpr zem::message d01aj_messages[] = {
      {"Round-off error is detected in the extrapolation table."}},
     {5, zem::quad::detail_divergence, NE_QUAD_NO_CONV, {"The integral is probably divergent or slowly convergent."}},
 };
+ZEM_REGISTER_MESSAGES(d01aj)
 
 // One evaluation of the scalar f.
 #define D01AJ_F_ARGS(V, A, U) V(const double *, x) V(double *, retval) A(int64_t *, iuser) A(double *, ruser)

@@ -22,6 +22,7 @@ inline constexpr zem::message d01bd_messages[] = {
       "The error estimate is abserr = %s."}},
     {-1, zem::quad::detail_iflag, NE_USER_STOP, {"Exit from f with iflag < 0."}},
 };
+ZEM_REGISTER_MESSAGES(d01bd)
 
 namespace zem::quad {
 

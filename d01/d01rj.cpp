@@ -16,6 +16,7 @@ inline constexpr zem::message d01rj_messages[] = {
     {6, zem::quad::detail_maxsub, NE_INT, {"On entry, maxsub = %s.", "Constraint: maxsub >= 1."}},
     ZEM_D01_RUN_MESSAGES,
 };
+ZEM_REGISTER_MESSAGES(d01rj)
 
 ZEM_D01_VEC_CALLBACK(d01rj)
 

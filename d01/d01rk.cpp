@@ -14,6 +14,7 @@ inline constexpr zem::message d01rk_messages[] = {
     {7, zem::quad::detail_selector, NE_BAD_PARAM, {"On entry, key = %s.", "Constraint: key = 1, 2, 3, 4, 5 or 6."}},
     ZEM_D01_RUN_MESSAGES,
 };
+ZEM_REGISTER_MESSAGES(d01rk)
 
 ZEM_D01_VEC_CALLBACK(d01rk)
 

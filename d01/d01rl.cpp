@@ -23,9 +23,10 @@ inline constexpr zem::message d01rl_messages[] = {
      {"On entry, break-points are specified outside (a,b):", "a = %s and b = %s."}},
     {6, zem::quad::detail_maxsub, NE_INT, {"On entry, maxsub = %s.", "Constraint: maxsub >= 1."}},
     {6, zem::quad::detail_maxsub_npts, NE_INT_2,
-     {"On entry, maxsub = %s and npts = %s.", "Constraint: maxsub >= npts + 1."}},
+     {"On entry, maxsub = %s", "and npts = %s.", "Constraint: maxsub >= npts + 1."}},
     ZEM_D01_RUN_MESSAGES,
 };
+ZEM_REGISTER_MESSAGES(d01rl)
 
 ZEM_D01_VEC_CALLBACK(d01rl)
 

@@ -369,7 +369,7 @@ TEST(D01rl, BreakPointsAndTheirChecks) {
   EXPECT_EQ(fail.errnum, 7);
   const double three[] = {0.2, 0.4, 0.6};
   d01rlc(vec_f, 0.0, 1.0, 3, three, 0.0, 1e-10, 3, &result, &abserr, rinfo, iinfo, &comm, &fail);
-  EXPECT_STREQ(fail.message, "NE_INT_2:\n  On entry, maxsub = 3 and npts = 3.\n  Constraint: maxsub >= npts + 1.");
+  EXPECT_STREQ(fail.message, "NE_INT_2:\n  On entry, maxsub = 3\n  and npts = 3.\n  Constraint: maxsub >= npts + 1.");
 }
 
 // ---- d01rm ------------------------------------------------------------------
