@@ -230,12 +230,15 @@ def main():
     out.append("# routine qags: finite [a,b]; qagp: with break points (comma separated, - for none);")
     out.append("# qagi: a = bound, b = the range code (1: (a,+inf), -1: (-inf,a), 2: both).")
     out.append("# iord: the first `last` entries of the ordering list, 1-based, comma separated;")
-    out.append("# entries the classic code never wrote are whatever its array held.")
+    out.append("# 0 marks an entry outside 1..last, one the classic code never wrote.")
 
     def row(name, routine, a, b, pts, epsabs, epsrel, limit, exact, res):
         result, abserr, info, ier = res
         last = int(info["last"])
-        iord = ",".join(str(int(v)) for v in info["iord"][:last]) if last > 0 else "-"
+        # Entries outside 1..last were never written (the array's previous
+        # contents); they are recorded as 0 so that the file is reproducible.
+        iord = ",".join(str(int(v)) if 1 <= int(v) <= last else "0" for v in info["iord"][:last]) \
+            if last > 0 else "-"
         ptxt = ",".join(fmt(p) for p in pts) if pts else "-"
         out.append("\t".join([name, routine, fmt(a), fmt(b), ptxt, fmt(epsabs), fmt(epsrel), str(limit),
                               exact_text(exact), fmt(result), fmt(abserr), str(int(info["neval"])),
