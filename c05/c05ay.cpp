@@ -1,12 +1,14 @@
 // c05ay: a zero of a continuous function f in a given interval [a,b].
 //
 // The worker checks eps and the interval, evaluates f at both ends through
-// the callback chain, and drives the reverse-communication core c05az with
+// the callback chain, and runs the iteration of the core c05az (c05/brent.h) with
 // absolute error control, accepting at once any point where |f| < eta or
 // f = 0.  The core's pole warning becomes status 3, its "tolerance too small"
 // warning status 2; in both cases x holds the core's best estimate.
+#include <algorithm>
 #include <cmath>
 
+#include "c05/brent.h"
 #include "c05/c05az.h"
 
 inline constexpr zem::message c05ay_messages[] = {
@@ -48,6 +50,11 @@ ZEM_INTERNAL void c05ayc_f_helper(engine_data *en_data, zem_routine f, const dou
   A(int64_t *, iuser) A(double *, ruser) V(char *, errbuf) V(int64_t *, ifail)
 ZEM_ENGINE_LAYERS(c05ay, C05AY_ARGS)
 
+// The iteration of c05ay once both end values are known.
+ZEM_INTERNAL void c05ayzn_(engine_data *en_data, double a, double fa, double b, double fb, double eps, double eta,
+                           zem_routine f, c05ay_f_adaptor adaptor, double *x, int64_t *iuser, double *ruser,
+                           char *errbuf, int64_t *ifail);
+
 ZEM_INTERNAL void c05ayfn_(engine_data *en_data, const double *a, const double *b, const double *eps,
                            const double *eta, zem_routine f, zem_routine, c05ay_f_adaptor adaptor, double *x,
                            int64_t *iuser, double *ruser, char *errbuf, int64_t *ifail) {
@@ -62,7 +69,7 @@ ZEM_INTERNAL void c05ayfn_(engine_data *en_data, const double *a, const double *
   auto small = [&](double fx) { return std::fabs(fx) < *eta || fx == 0.0; };
   auto stop = [&] { zem::user_stop(errbuf, ifail, en_data->cb_status); };
 
-  double fa, fb;
+  double fa = 0.0, fb = 0.0;  // set, so that a trace block before the call shows 0
   *x = *a;
   if (!evaluate(fa)) return stop();
   if (small(fa)) return;
@@ -71,22 +78,36 @@ ZEM_INTERNAL void c05ayfn_(engine_data *en_data, const double *a, const double *
   if (small(fb)) return;
   if ((fa <= 0.0) == (fb <= 0.0)) return zem::fail(errbuf, ifail, 1, 1003, fa, fb);
 
-  // The core, started with both end values known.
-  double xc = *a, yc = *b, fx = fa, tolx = *eps, c[10] = {fb};
-  const int64_t ir = 1;  // absolute error control
-  int64_t ind = -1, status = 0;
+  // The core's iteration, started with both end values known, exactly as
+  // c05az runs it from ind = -1 but with the state in registers rather than
+  // in a state array (the same points, the same exits).
+  return c05ayzn_(en_data, *a, fa, *b, fb, *eps, *eta, f, adaptor, x, iuser, ruser, errbuf, ifail);
+}
+
+ZEM_INTERNAL void c05ayzn_(engine_data *en_data, double a, double fa, double b, double fb, double eps, double eta,
+                           zem_routine f, c05ay_f_adaptor adaptor, double *x, int64_t *iuser, double *ruser,
+                           char *errbuf, int64_t *ifail) {
+  using zem::c05::brent_next;
+  zem::c05::brent_state s{a, fa, b, fb, a, fa, b - a, b - a};
+  const double fmax = std::max(std::fabs(fa), std::fabs(fb));  // for the pole test
+  double fx = 0.0;
   for (;;) {
-    c05azfn_(en_data, &xc, &yc, &fx, &tolx, &ir, c, &ind, errbuf, &status);
-    *x = xc;
-    if (ind == 0) break;
-    if (!evaluate(fx)) return stop();
-    if (small(fx)) return;
-  }
-  switch (status) {
-    case 0: return;
-    case 4: return zem::fail(errbuf, ifail, 3, 1005);
-    case 5: return zem::fail(errbuf, ifail, 2, 1004, *eps);
-    default: *ifail = status;  // not reachable after the checks above
+    double b_new = 0.0;
+    const brent_next next = zem::c05::brent_iterate(s, eps, 1, b_new);  // absolute error control
+    if (next == brent_next::too_small) {
+      *x = s.b;
+      return zem::fail(errbuf, ifail, 2, 1004, eps);
+    }
+    // The final evaluation at the converged point, or the next iterate.
+    *x = next == brent_next::converged ? s.b : b_new;
+    if (c05ayf_print_fh_(adaptor, en_data, f, x, &fx, iuser, ruser) != 0)
+      return zem::user_stop(errbuf, ifail, en_data->cb_status);
+    if (std::fabs(fx) < eta || fx == 0.0) return;
+    if (next == brent_next::converged) {
+      if (std::fabs(fx) <= fmax) return;
+      return zem::fail(errbuf, ifail, 3, 1005);
+    }
+    s.fb = fx;
   }
 }
 

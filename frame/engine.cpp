@@ -10,10 +10,6 @@
 #include "trace.h"
 #include "units.h"
 
-ZEM_INTERNAL void y90haan_(engine_data *en_data) {
-  *en_data = engine_data{nullptr, 0, nullptr, 1, 0, 0, nullptr, nullptr, nullptr, 1, 0, 0};
-}
-
 // The internal routine that the Fortran entries hand to the engine in the
 // place of a library-supplied user routine.  Nothing calls it in the
 // routines written so far; it does nothing.

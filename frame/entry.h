@@ -50,7 +50,7 @@ void report_f(const char *routine, message_table table, int64_t status, const ch
 
 // The engine side of a user stop: a worker that sees a non-zero callback
 // status after an evaluation returns through this.
-void user_stop(char *errbuf, int64_t *ifail, int64_t flag);
+[[gnu::cold]] void user_stop(char *errbuf, int64_t *ifail, int64_t flag);
 
 // The comm pointer of a C entry travels through the engine in the place of
 // iuser: iuser points at the entry's saved pointer.
@@ -65,15 +65,12 @@ inline void take_user_flag(engine_data *en_data, const Zem_Comm *comm) {
 class c_entry {
  public:
   engine_data en_data;
-  // The message record: written in full by the engine when it fails; only
-  // its first character is set here (an empty record parses as no record),
-  // which keeps a successful call from paying for clearing 200 bytes.
-  char errbuf[errbuf_len];
-  int64_t status = 1;  // the engine never prints: every failure is quiet
+  char errbuf[errbuf_len];  // written by the engine only when it fails
+  int64_t status = 1;       // the engine never prints: every failure is quiet
 
   c_entry(const char *routine, message_table table, Zem_Fail *fail)
       : routine_(routine), table_(table), fail_(fail) {
-    errbuf[0] = '\0';
+    errbuf[0] = errbuf[errbuf_len - 1] = '\0';
     f90_io_init();
     if (fail_) {
       fail_->code = 0;
@@ -96,15 +93,14 @@ class c_entry {
 
   // Translates the engine's status and record; reports success through the
   // error exit when nothing else was reported (so the handler always runs).
-  // A success without a fail record has nothing to report.
   void finish() {
-    if (status == 0 && !fail_) return;
-    finish_report();
+    if (status != 0 || !fail_) return report();
+    success();
   }
 
  private:
-  void finish_report();
-
+  void report();
+  void success();
   const char *routine_;
   message_table table_;
   Zem_Fail *fail_;
@@ -115,15 +111,13 @@ class c_entry {
 class f_entry {
  public:
   engine_data en_data;
-  char errbuf[errbuf_len];  // as in c_entry
+  char errbuf[errbuf_len];
   int64_t status = 1;
 
   f_entry(const char *routine, message_table table) : routine_(routine), table_(table) {
-    errbuf[0] = '\0';
+    errbuf[0] = errbuf[errbuf_len - 1] = '\0';
     y90haan_(&en_data);
   }
-  // Success is ifail = 0 whatever ifail was on entry (the error exit's own
-  // first step, taken here without the call).
   void finish(int64_t *ifail) {
     if (status == 0) {
       *ifail = 0;

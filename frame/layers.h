@@ -65,7 +65,7 @@ namespace zem {
 // the guard asks for a repeat; restores the caller's mode.  Returns the
 // callback status, which is non-zero when the user asked to stop.
 template <typename Adaptor, typename... A>
-inline int64_t marshal(Adaptor adaptor, engine_data *en_data, A... a) {
+[[gnu::always_inline]] inline int64_t marshal(Adaptor adaptor, engine_data *en_data, A... a) {
   const int32_t saved_mode = en_data->cb_mode;
   adaptor(en_data, a...);
   while (en_data->cb_status == repeat_call) {
@@ -80,7 +80,7 @@ inline int64_t marshal(Adaptor adaptor, engine_data *en_data, A... a) {
 // The re-entry guard: a user call is allowed only in mode 1; otherwise the
 // call is refused with the repeat status and the marshal layer repeats it.
 template <typename Adaptor, typename... A>
-inline void guard(Adaptor adaptor, engine_data *en_data, A... a) {
+[[gnu::always_inline]] inline void guard(Adaptor adaptor, engine_data *en_data, A... a) {
   if (en_data->cb_mode == 1)
     adaptor(en_data, a...);
   else
@@ -89,31 +89,41 @@ inline void guard(Adaptor adaptor, engine_data *en_data, A... a) {
 
 }  // namespace zem
 
-#define ZEM_CALLBACK_CHAIN(rtn, arg, CBARGS)                                                          \
-  using rtn##_##arg##_adaptor = void (*)(engine_data *, zem_routine CBARGS(ZEM_ARG_TYPE_, ZEM_ARG_TYPE_, \
-                                                                           ZEM_ARG_TYPE_));           \
-  ZEM_INTERNAL void rtn##f_##arg##h_(engine_data *en_data, zem_routine arg                          \
-                                         CBARGS(ZEM_ARG_PARAM_, ZEM_ARG_PARAM_, ZEM_ARG_PARAM_));     \
-  ZEM_INTERNAL void rtn##c_##arg##_helper(engine_data *en_data, zem_routine arg                     \
-                                              CBARGS(ZEM_ARG_PARAM_, ZEM_ARG_PARAM_, ZEM_ARG_PARAM_)); \
-  ZEM_INTERNAL void rtn##f_internal_##arg##h_(engine_data *en_data, zem_routine arg                 \
-                                                  CBARGS(ZEM_ARG_PARAM_, ZEM_ARG_PARAM_, ZEM_ARG_PARAM_)) { \
-    zem::guard(rtn##f_##arg##h_, en_data, arg CBARGS(ZEM_ARG_NAME_, ZEM_ARG_NAME_, ZEM_ARG_NAME_));  \
-  }                                                                                                  \
-  ZEM_INTERNAL int64_t rtn##f_marshal_##arg##h_(rtn##_##arg##_adaptor adaptor, engine_data *en_data,  \
-                                                zem_routine arg                                      \
-                                                    CBARGS(ZEM_ARG_PARAM_, ZEM_ARG_PARAM_, ZEM_ARG_PARAM_)) { \
-    return zem::marshal(adaptor, en_data, arg CBARGS(ZEM_ARG_NAME_, ZEM_ARG_NAME_, ZEM_ARG_NAME_));   \
-  }                                                                                                  \
-  ZEM_INTERNAL int64_t rtn##f_print_##arg##h_(rtn##_##arg##_adaptor adaptor, engine_data *en_data,    \
-                                              zem_routine arg                                        \
-                                                  CBARGS(ZEM_ARG_PARAM_, ZEM_ARG_PARAM_, ZEM_ARG_PARAM_)) { \
-    if (!zem::trace_on())                                                                            \
-      return rtn##f_marshal_##arg##h_(adaptor, en_data, arg CBARGS(ZEM_ARG_NAME_, ZEM_ARG_NAME_,       \
-                                                                   ZEM_ARG_NAME_));                  \
-    ZEM_TRACE_BLOCK(#rtn "fv:" #arg, "before", CBARGS);                                             \
-    const int64_t zem_status = rtn##f_marshal_##arg##h_(adaptor, en_data, arg CBARGS(ZEM_ARG_NAME_,   \
-                                                         ZEM_ARG_NAME_, ZEM_ARG_NAME_));             \
-    ZEM_TRACE_BLOCK(#rtn "fv:" #arg, "after", CBARGS);                                              \
-    return zem_status;                                                                               \
+// The callback layers sit on the engine's hottest path (one pass per
+// function value), so they are always inlined into the worker; `used` keeps
+// each one as a symbol of its own all the same.  The traced layer calls the
+// two adaptors of the library directly when it is handed one of them, so
+// that the compiler sees through the whole chain down to the user's call.
+#define ZEM_LAYER_INLINE ZEM_INTERNAL inline __attribute__((always_inline, used))
+
+#define ZEM_CB_PARAMS(CBARGS) CBARGS(ZEM_ARG_PARAM_, ZEM_ARG_PARAM_, ZEM_ARG_PARAM_)
+#define ZEM_CB_NAMES(CBARGS) CBARGS(ZEM_ARG_NAME_, ZEM_ARG_NAME_, ZEM_ARG_NAME_)
+
+#define ZEM_CALLBACK_CHAIN(rtn, arg, CBARGS)                                                             \
+  using rtn##_##arg##_adaptor = void (*)(engine_data *, zem_routine CBARGS(ZEM_ARG_TYPE_, ZEM_ARG_TYPE_,   \
+                                                                           ZEM_ARG_TYPE_));             \
+  ZEM_INTERNAL void rtn##f_##arg##h_(engine_data *en_data, zem_routine arg ZEM_CB_PARAMS(CBARGS));        \
+  ZEM_INTERNAL void rtn##c_##arg##_helper(engine_data *en_data, zem_routine arg ZEM_CB_PARAMS(CBARGS));   \
+  ZEM_LAYER_INLINE void rtn##f_internal_##arg##h_(engine_data *en_data, zem_routine arg ZEM_CB_PARAMS(CBARGS)) { \
+    zem::guard(rtn##f_##arg##h_, en_data, arg ZEM_CB_NAMES(CBARGS));                                     \
+  }                                                                                                    \
+  ZEM_LAYER_INLINE int64_t rtn##f_marshal_##arg##h_(rtn##_##arg##_adaptor adaptor, engine_data *en_data,    \
+                                                    zem_routine arg ZEM_CB_PARAMS(CBARGS)) {             \
+    if (adaptor == rtn##c_##arg##_helper)                                                              \
+      return zem::marshal(rtn##c_##arg##_helper, en_data, arg ZEM_CB_NAMES(CBARGS));                    \
+    if (adaptor == rtn##f_##arg##h_) return zem::marshal(rtn##f_##arg##h_, en_data, arg ZEM_CB_NAMES(CBARGS)); \
+    return zem::marshal(adaptor, en_data, arg ZEM_CB_NAMES(CBARGS));                                    \
+  }                                                                                                    \
+  [[gnu::cold, gnu::noinline]] static int64_t rtn##_##arg##_traced(                                          \
+      rtn##_##arg##_adaptor adaptor, engine_data *en_data, zem_routine arg ZEM_CB_PARAMS(CBARGS)) {          \
+    ZEM_TRACE_BLOCK(#rtn "fv:" #arg, "before", CBARGS);                                                    \
+    const int64_t zem_status = rtn##f_marshal_##arg##h_(adaptor, en_data, arg ZEM_CB_NAMES(CBARGS));         \
+    ZEM_TRACE_BLOCK(#rtn "fv:" #arg, "after", CBARGS);                                                     \
+    return zem_status;                                                                                      \
+  }                                                                                                         \
+  ZEM_LAYER_INLINE int64_t rtn##f_print_##arg##h_(rtn##_##arg##_adaptor adaptor, engine_data *en_data,      \
+                                                  zem_routine arg ZEM_CB_PARAMS(CBARGS)) {               \
+    if (__builtin_expect(zem::trace_on(), 0))                                                            \
+      return rtn##_##arg##_traced(adaptor, en_data, arg ZEM_CB_NAMES(CBARGS));                            \
+    return rtn##f_marshal_##arg##h_(adaptor, en_data, arg ZEM_CB_NAMES(CBARGS));                         \
   }

@@ -98,9 +98,13 @@ void report_c(const char *routine, message_table table, int64_t status, const ch
 }
 
 void report_f(const char *routine, message_table table, int64_t status, const char *errbuf, int64_t *ifail) {
+  if (status == 0) {
+    *ifail = 0;
+    return;
+  }
   char lines[max_message_lines][f_line_len];
+  std::memset(lines, ' ', sizeof lines);
   int64_t nlines = 0;
-  if (status != 0) std::memset(lines, ' ', sizeof lines);  // status 0: no lines are read
   auto put = [&](const char *text) {
     std::memcpy(lines[nlines++], text, std::min<size_t>(std::strlen(text), f_line_len));
   };
@@ -140,16 +144,18 @@ void c_entry::bad_param(const char *arg) {
   p01acc_c(text, NE_BAD_PARAM, routine_, fail_);
 }
 
-void c_entry::finish_report() {
-  if (status != 0) report_c(routine_, table_, status, errbuf, fail_);
-  if (fail_ && fail_->code == NE_NOERROR) {
-    // The success report of the C error exit (code 0 with a record: store
-    // the code, call the handler, copy the message), with the message's
-    // length known here.
-    static constexpr char no_error[] = "NE_NOERROR:\n  No error.";
-    if (fail_->handler) fail_->handler(no_error, NE_NOERROR, routine_);
-    std::memcpy(fail_->message, no_error, sizeof no_error);
-  }
+void c_entry::report() {
+  report_c(routine_, table_, status, errbuf, fail_);
+  if (fail_ && fail_->code == NE_NOERROR) p01acc_c(nullptr, NE_NOERROR, routine_, fail_);
+}
+
+// Success with a fail record: what p01acc_c does for code 0, without
+// looking the template up again.
+void c_entry::success() {
+  static constexpr char no_error[] = "NE_NOERROR:\n  No error.";
+  fail_->code = NE_NOERROR;
+  if (fail_->handler) fail_->handler(no_error, NE_NOERROR, routine_);
+  std::memcpy(fail_->message, no_error, sizeof no_error);
 }
 
 }  // namespace zem
@@ -181,9 +187,7 @@ ZEM_INTERNAL void p01acc_c(const char *message, int code, const char *routine, Z
   // The handler runs before the copy: the record's message still holds the
   // previous text while it runs.
   if (fail->handler) fail->handler(message, code, routine);
-  // Copied up to its terminator (not padded: a success, the common case,
-  // stays cheap).
-  const size_t n = strnlen(message, sizeof fail->message - 1);
+  const size_t n = std::min(std::strlen(message), sizeof fail->message - 1);
   std::memcpy(fail->message, message, n);
   fail->message[n] = '\0';
 }

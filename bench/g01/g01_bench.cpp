@@ -1,5 +1,8 @@
 // Speed of g01fa and g01ea called in a loop, against the peers
-// gsl_cdf_ugaussian_Pinv and gsl_cdf_ugaussian_Q.
+// gsl_cdf_ugaussian_Pinv and gsl_cdf_ugaussian_Q, and of g05sk filling 10^7
+// Normal variates, against GSL's inversion path (gsl_rng_uniform_pos and
+// gsl_cdf_ugaussian_Pinv) and GSL's ziggurat (gsl_ran_gaussian_ziggurat),
+// all from the Mersenne Twister (g05sk also from the basic generator).
 //
 // The contenders run in turn within each round (so that a noisy machine
 // slows them alike); the report gives each one's median time per call over
@@ -7,6 +10,8 @@
 //
 // Usage: g01_bench [rounds, default 15]
 #include <gsl/gsl_cdf.h>
+#include <gsl/gsl_randist.h>
+#include <gsl/gsl_rng.h>
 #include <zem.h>
 
 #include <algorithm>
@@ -33,20 +38,20 @@ double median(std::vector<double> v) {
   return v[v.size() / 2];
 }
 
-void compare(const char *title, std::vector<contender> &c, int rounds) {
+void compare(const char *title, std::vector<contender> &c, int rounds, int64_t count = calls) {
   for (int r = 0; r < rounds; ++r) {
     for (auto &k : c) {
       const auto t0 = std::chrono::steady_clock::now();
       volatile double sink = k.run();
       (void)sink;
       const auto t1 = std::chrono::steady_clock::now();
-      k.ns.push_back(std::chrono::duration<double, std::nano>(t1 - t0).count() / calls);
+      k.ns.push_back(std::chrono::duration<double, std::nano>(t1 - t0).count() / count);
     }
   }
-  std::printf("%s (%d calls, %d rounds)\n", title, calls, rounds);
+  std::printf("%s (%lld per round, %d rounds)\n", title, static_cast<long long>(count), rounds);
   const double ours = median(c[0].ns);
   for (const auto &k : c)
-    std::printf("  %-36s median %7.2f ns/call   ratio to %s %5.2f\n", k.name.c_str(), median(k.ns),
+    std::printf("  %-40s median %7.2f ns each   ratio to %s %5.2f\n", k.name.c_str(), median(k.ns),
                 c[0].name.c_str(), median(k.ns) / ours);
 }
 
@@ -126,5 +131,46 @@ int main(int argc, char **argv) {
        }, {}},
   };
   compare("Upper-tail probability of a deviate", probabilities, rounds);
+
+  // Normal variates: one fill of n per round, from states initialised once.
+  const int64_t n = 10000000;
+  std::vector<double> v(n);
+  auto zem_state = [](Zem_BaseRNG genid) {
+    int64_t seed = 1762543, lstate = 0;
+    g05kfc(genid, 1, &seed, 1, NULL, &lstate, NULL);
+    std::vector<int64_t> state(lstate);
+    g05kfc(genid, 1, &seed, 1, state.data(), &lstate, NULL);
+    return state;
+  };
+  std::vector<int64_t> mt = zem_state(Zem_MersenneTwister), basic = zem_state(Zem_Basic);
+  gsl_rng *r = gsl_rng_alloc(gsl_rng_mt19937);
+  gsl_rng_set(r, 1762543);
+  const int variate_rounds = rounds < 7 ? rounds : 7;
+  std::vector<contender> variates = {
+      {"g05skc, Mersenne Twister",
+       [&] {
+         Zem_Fail fail = ZEM_FAIL_INIT;
+         g05skc(n, 0.0, 1.0, mt.data(), v.data(), &fail);
+         return v[n - 1];
+       }, {}},
+      {"g05skc, basic generator",
+       [&] {
+         Zem_Fail fail = ZEM_FAIL_INIT;
+         g05skc(n, 0.0, 1.0, basic.data(), v.data(), &fail);
+         return v[n - 1];
+       }, {}},
+      {"GSL uniform_pos + ugaussian_Pinv, MT",
+       [&] {
+         for (int64_t i = 0; i < n; ++i) v[i] = gsl_cdf_ugaussian_Pinv(gsl_rng_uniform_pos(r));
+         return v[n - 1];
+       }, {}},
+      {"GSL gaussian_ziggurat, MT",
+       [&] {
+         for (int64_t i = 0; i < n; ++i) v[i] = gsl_ran_gaussian_ziggurat(r, 1.0);
+         return v[n - 1];
+       }, {}},
+  };
+  compare("Normal variates, n = 10^7", variates, variate_rounds, n);
+  gsl_rng_free(r);
   return 0;
 }

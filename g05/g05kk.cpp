@@ -1,0 +1,55 @@
+// g05kk: skip-ahead by 2^n values.
+// Every generator does it in O(log n) work (see state.h and the generator
+// files); n = 0 leaves the state as it is.
+#include <cstdint>
+
+#include "frame/frame.h"
+#include "g05/state.h"
+
+inline constexpr zem::message g05kk_messages[] = {
+    {1, 1001, NE_INT, {"On entry, n = %s.", "Constraint: n >= 0."}},
+    {2, 1002, NE_INT_ARRAY, {"On entry, state vector has been corrupted or not initialized."}},
+    {3, 1003, NE_INT_ARRAY, {"On entry, cannot use skip-ahead with the base generator defined by state."}},
+    {4, 1004, NE_ARRAY_SIZE,
+     {"On entry, the state vector defined on initialization is not large",
+      "enough to perform a skip-ahead (applies to Mersenne Twister base generator).",
+      "See the initialization function zem_rand_init_repeatable (g05kfc) or zem_rand_init_nonrepeatable (g05kgc)."},
+     {"On entry, the state vector defined on initialization is not large",
+      "enough to perform a skip-ahead (applies to Mersenne Twister base generator).",
+      "See the initialization routine g05kff or g05kgf."}},
+};
+
+#define G05KK_ARGS(V, A, U) V(const int64_t *, n) A(int64_t *, state) V(char *, errbuf) V(int64_t *, ifail)
+ZEM_ENGINE_LAYERS(g05kk, G05KK_ARGS)
+
+ZEM_INTERNAL void g05kkfn_(engine_data *, const int64_t *n, int64_t *state, char *errbuf,
+                           int64_t *ifail) {
+  using namespace zem::g05;
+  *ifail = 0;
+  if (!state_valid(state)) return zem::fail(errbuf, ifail, 2, 1002);
+  if (*n < 0) return zem::fail(errbuf, ifail, 1, 1001, *n);
+  switch (generator_for(state[pos_genid]).skip_pow2(state, *n)) {
+    case op_ok:
+      return;
+    case op_too_small:
+      return zem::fail(errbuf, ifail, 4, 1004);
+    case op_no_memory:
+      *ifail = zem::status_alloc_fail;
+      return;
+    default:
+      return zem::fail(errbuf, ifail, 3, 1003);
+  }
+}
+
+ZEM_API void g05kkf_(const int64_t *n, int64_t state[], int64_t *ifail) {
+  zem::f_entry call("g05kkf", g05kk_messages);
+  g05kkft_(&call.en_data, n, state, call.errbuf, &call.status);
+  call.finish(ifail);
+}
+
+ZEM_API void g05kkc(int64_t n, int64_t state[], Zem_Fail *fail) {
+  zem::c_entry call("g05kkc", g05kk_messages, fail);
+  if (!state) return call.bad_param("state");
+  g05kkft_(&call.en_data, &n, state, call.errbuf, &call.status);
+  call.finish();
+}
