@@ -28,7 +28,9 @@ ZEM_ENGINE_LAYERS(g05sk, G05SK_ARGS)
 
 namespace {
 
-// An invalid state is status 4; the fill's second kind of state fault is 6.
+// An invalid state is status 4.  Status 6, the same message, is kept for a
+// second kind of state fault; the uniform fill reports one kind only
+// (uniform_bad_state), so 6 would come from a fill status of 6.
 void state_fault(char *errbuf, int64_t *ifail, int64_t fill_status) {
   if (fill_status == 6) return zem::fail(errbuf, ifail, 6, 1004);
   return zem::fail(errbuf, ifail, 4, 1003);
