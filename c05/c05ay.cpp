@@ -50,8 +50,9 @@ ZEM_INTERNAL void c05ayc_f_helper(engine_data *en_data, zem_routine f, const dou
   A(int64_t *, iuser) A(double *, ruser) V(char *, errbuf) V(int64_t *, ifail)
 ZEM_ENGINE_LAYERS(c05ay, C05AY_ARGS)
 
-// The iteration of c05ay once both end values are known.
-ZEM_INTERNAL void c05ayzn_(engine_data *en_data, double a, double fa, double b, double fb, double eps, double eta,
+// The iteration of c05ay once both end values are known (inlined into the
+// worker).
+ZEM_LAYER_INLINE void c05ayzn_(engine_data *en_data, double a, double fa, double b, double fb, double eps, double eta,
                            zem_routine f, c05ay_f_adaptor adaptor, double *x, int64_t *iuser, double *ruser,
                            char *errbuf, int64_t *ifail);
 
@@ -84,9 +85,9 @@ ZEM_INTERNAL void c05ayfn_(engine_data *en_data, const double *a, const double *
   return c05ayzn_(en_data, *a, fa, *b, fb, *eps, *eta, f, adaptor, x, iuser, ruser, errbuf, ifail);
 }
 
-ZEM_INTERNAL void c05ayzn_(engine_data *en_data, double a, double fa, double b, double fb, double eps, double eta,
-                           zem_routine f, c05ay_f_adaptor adaptor, double *x, int64_t *iuser, double *ruser,
-                           char *errbuf, int64_t *ifail) {
+ZEM_LAYER_INLINE void c05ayzn_(engine_data *en_data, double a, double fa, double b, double fb, double eps,
+                               double eta, zem_routine f, c05ay_f_adaptor adaptor, double *x, int64_t *iuser,
+                               double *ruser, char *errbuf, int64_t *ifail) {
   using zem::c05::brent_next;
   zem::c05::brent_state s{a, fa, b, fb, a, fa, b - a, b - a};
   const double fmax = std::max(std::fabs(fa), std::fabs(fb));  // for the pole test

@@ -49,15 +49,23 @@
     ZEM_TRACE_ARGS(ARGS)                     \
   } while (0)
 
-#define ZEM_ENGINE_LAYERS(rtn, ARGS)                     \
-  ZEM_INTERNAL void rtn##fn_(ZEM_PARAMS(ARGS));          \
-  ZEM_INTERNAL void rtn##fv_(ZEM_PARAMS(ARGS)) {         \
-    if (!zem::trace_on()) return rtn##fn_(ZEM_NAMES(ARGS)); \
-    ZEM_TRACE_BLOCK(#rtn "fv", "entry", ARGS);           \
-    rtn##fn_(ZEM_NAMES(ARGS));                           \
-    ZEM_TRACE_BLOCK(#rtn "fv", "exit", ARGS);            \
-  }                                                      \
-  ZEM_INTERNAL void rtn##ft_(ZEM_PARAMS(ARGS)) { rtn##fv_(ZEM_NAMES(ARGS)); }
+// The thunk and the traced entry sit between every entry and its worker;
+// they are always inlined into the entry (`used` keeps each as a symbol of
+// its own), and the traced path is kept out of line.
+#define ZEM_LAYER_INLINE ZEM_INTERNAL inline __attribute__((always_inline, used))
+
+#define ZEM_ENGINE_LAYERS(rtn, ARGS)                                              \
+  ZEM_INTERNAL void rtn##fn_(ZEM_PARAMS(ARGS));                                   \
+  [[gnu::cold, gnu::noinline]] static void rtn##_traced(ZEM_PARAMS(ARGS)) {        \
+    ZEM_TRACE_BLOCK(#rtn "fv", "entry", ARGS);                                    \
+    rtn##fn_(ZEM_NAMES(ARGS));                                                    \
+    ZEM_TRACE_BLOCK(#rtn "fv", "exit", ARGS);                                     \
+  }                                                                               \
+  ZEM_LAYER_INLINE void rtn##fv_(ZEM_PARAMS(ARGS)) {                              \
+    if (__builtin_expect(zem::trace_on(), 0)) return rtn##_traced(ZEM_NAMES(ARGS)); \
+    rtn##fn_(ZEM_NAMES(ARGS));                                                    \
+  }                                                                               \
+  ZEM_LAYER_INLINE void rtn##ft_(ZEM_PARAMS(ARGS)) { rtn##fv_(ZEM_NAMES(ARGS)); }
 
 namespace zem {
 
@@ -90,11 +98,10 @@ template <typename Adaptor, typename... A>
 }  // namespace zem
 
 // The callback layers sit on the engine's hottest path (one pass per
-// function value), so they are always inlined into the worker; `used` keeps
-// each one as a symbol of its own all the same.  The traced layer calls the
-// two adaptors of the library directly when it is handed one of them, so
-// that the compiler sees through the whole chain down to the user's call.
-#define ZEM_LAYER_INLINE ZEM_INTERNAL inline __attribute__((always_inline, used))
+// function value), so they too are always inlined into the worker.  The
+// marshal layer calls the two adaptors of the library directly when it is
+// handed one of them, so that the compiler sees through the whole chain
+// down to the user's call.
 
 #define ZEM_CB_PARAMS(CBARGS) CBARGS(ZEM_ARG_PARAM_, ZEM_ARG_PARAM_, ZEM_ARG_PARAM_)
 #define ZEM_CB_NAMES(CBARGS) CBARGS(ZEM_ARG_NAME_, ZEM_ARG_NAME_, ZEM_ARG_NAME_)
