@@ -49,12 +49,18 @@ ZEM_INTERNAL void g01fafn_(engine_data *, const char *tail, const double *p, dou
   const double v = *p;
   if (v <= 0.0 || v >= 1.0) return fail_p(errbuf, ifail, v);  // a NaN passes both tests
 
+  // The kernel's argument and the sign of the result, per tail; one call of
+  // the kernel serves all four.
+  double a = v;
+  bool negate = false;
   switch (t) {
-    case tail_kind::lower: *result = normal_inverse(v); break;
-    case tail_kind::upper: *result = -normal_inverse(v); break;
-    case tail_kind::signif: *result = -normal_inverse(0.5 * v); break;
-    default: *result = normal_inverse(0.5 * v + 0.5); break;
+    case tail_kind::lower: break;
+    case tail_kind::upper: negate = true; break;
+    case tail_kind::signif: a = 0.5 * v; negate = true; break;
+    default: a = 0.5 * v + 0.5; break;
   }
+  const double x = normal_inverse(a);
+  *result = negate ? -x : x;
 }
 
 ZEM_API double g01faf_(const char *tail, const double *p, int64_t *ifail, size_t tail_len) {
