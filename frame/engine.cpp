@@ -84,4 +84,3 @@ ZEM_INTERNAL int64_t y90gczn_(const int64_t *set, const int64_t *value) {
   return zem::trace_on() ? 1 : 0;
 }
 
-ZEM_INTERNAL void f90_io_init() {}

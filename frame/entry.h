@@ -15,14 +15,16 @@
 #pragma once
 
 #include <cstdint>
+#include <cstring>
 
 #include "engine.h"
 #include "messages.h"
 
-// Prepares the Fortran run-time for the library's output.  The run-time
-// initialises itself when loaded, so this only makes sure the library's own
-// start-up (trace switch from the environment) has run.
-ZEM_INTERNAL void f90_io_init();
+// Prepares the Fortran run-time for the library's output.  The run-time of
+// this compiler initialises itself when it is loaded, before any entry can
+// run, so there is nothing left to do (the step stays, named, in every C
+// entry, for a run-time that needs it).
+ZEM_INTERNAL inline void f90_io_init() {}
 
 // The C error exit: reports (message, code) for routine through the fail
 // record.  message may be null: the template zem_errlist[code] is used.
@@ -100,7 +102,14 @@ class c_entry {
 
  private:
   void report();
-  void success();
+  // Success with a fail record: what the error exit does for code 0 (store
+  // the code, call the handler, copy "NE_NOERROR:\n  No error."), inline.
+  void success() {
+    static constexpr char no_error[] = "NE_NOERROR:\n  No error.";
+    fail_->code = NE_NOERROR;
+    if (fail_->handler) fail_->handler(no_error, NE_NOERROR, routine_);
+    std::memcpy(fail_->message, no_error, sizeof no_error);
+  }
   const char *routine_;
   message_table table_;
   Zem_Fail *fail_;

@@ -149,14 +149,6 @@ void c_entry::report() {
   if (fail_ && fail_->code == NE_NOERROR) p01acc_c(nullptr, NE_NOERROR, routine_, fail_);
 }
 
-// Success with a fail record: what p01acc_c does for code 0, without
-// looking the template up again.
-void c_entry::success() {
-  static constexpr char no_error[] = "NE_NOERROR:\n  No error.";
-  fail_->code = NE_NOERROR;
-  if (fail_->handler) fail_->handler(no_error, NE_NOERROR, routine_);
-  std::memcpy(fail_->message, no_error, sizeof no_error);
-}
 
 }  // namespace zem
 
