@@ -27,7 +27,8 @@ ZEM_D01_VEC_CALLBACK(d01rj)
   A(double *, ruser) A(void **, cpuser) V(char *, errbuf) V(int64_t *, ifail)
 ZEM_ENGINE_LAYERS(d01rj, D01RJ_ARGS)
 
-ZEM_INTERNAL void d01rjfn_(engine_data *en_data, zem_routine f, zem_routine, d01rj_f_adaptor adaptor,
+// Inlined into both entries (the symbol stays): it only sets up and calls the engine.
+ZEM_LAYER_INLINE void d01rjfn_(engine_data *en_data, zem_routine f, zem_routine, d01rj_f_adaptor adaptor,
                            const double *a, const double *b, const double *epsabs, const double *epsrel,
                            const int64_t *maxsub, double *result, double *abserr, double *rinfo, int64_t *iinfo,
                            int64_t *iuser, double *ruser, void **cpuser, char *errbuf, int64_t *ifail) {

@@ -38,7 +38,8 @@ namespace {
 
 }  // namespace
 
-ZEM_INTERNAL void g01fafn_(engine_data *, const char *tail, const double *p, double *result, char *errbuf,
+// Small and called in loops: inlined into both entries (the symbol stays).
+ZEM_LAYER_INLINE void g01fafn_(engine_data *, const char *tail, const double *p, double *result, char *errbuf,
                            int64_t *ifail, size_t tail_len) {
   using zem::g01::tail_kind;
   using zem::g05::normal_inverse;
