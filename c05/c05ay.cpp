@@ -12,9 +12,10 @@
 #include "c05/c05az.h"
 
 inline constexpr zem::message c05ay_messages[] = {
-    {1, 1001, NE_REAL, {"On entry, eps = %s.", "Constraint: eps > 0.0."}},
+    {1, 1001, NE_REAL, {"On entry, eps = %s.", "Constraint: eps > 0.0."},
+     {"On entry, eps = %s", "Constraint: eps > 0.0."}},
     {1, 1002, NE_REAL_2, {"On entry, a = %s and b = %s.", "Constraint: a != b."},
-     {"On entry, a = %s and b = %s.", "Constraint: a /= b."}},
+     {"On entry, a = %s and b = %s", "Constraint: a /= b."}},
     {1, 1003, NE_FUNC_END_VAL,
      {"On entry, f(a) and f(b) have the same sign with neither equalling 0.0:", "f(a) = %s and f(b) = %s."},
      {"On entry, f(a) and f(b) have the same sign with neither equalling 0.0:", "f(a) = %s and f(b) = %s"}},
