@@ -71,16 +71,23 @@ namespace zem {
 
 // The re-entry loop: calls the adaptor, and again in mode 1 for as long as
 // the guard asks for a repeat; restores the caller's mode.  Returns the
-// callback status, which is non-zero when the user asked to stop.
+// callback status, which is non-zero when the user asked to stop.  The
+// repeats are the rare path and kept out of line, so that the common path
+// hands the function value straight on in a register.
+template <typename Adaptor, typename... A>
+[[gnu::cold, gnu::noinline]] void marshal_repeat(Adaptor adaptor, engine_data *en_data, A... a) {
+  do {
+    en_data->cb_mode = 1;
+    en_data->cb_status = 0;
+    adaptor(en_data, a...);
+  } while (en_data->cb_status == repeat_call);
+}
+
 template <typename Adaptor, typename... A>
 [[gnu::always_inline]] inline int64_t marshal(Adaptor adaptor, engine_data *en_data, A... a) {
   const int32_t saved_mode = en_data->cb_mode;
   adaptor(en_data, a...);
-  while (en_data->cb_status == repeat_call) {
-    en_data->cb_mode = 1;
-    en_data->cb_status = 0;
-    adaptor(en_data, a...);
-  }
+  if (__builtin_expect(en_data->cb_status == repeat_call, 0)) marshal_repeat(adaptor, en_data, a...);
   en_data->cb_mode = saved_mode;
   return en_data->cb_status;
 }

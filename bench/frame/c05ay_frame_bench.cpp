@@ -34,12 +34,24 @@ double f_plain(double x) {
 }
 double (*volatile f_pointer)(double) = f_plain;
 
-// The c05ay/c05az iteration with absolute error control, written out.
-double brent_inline(double a, double b, double eps) {
+// c05ay's algorithm written out with no frame: the same checks, the same
+// iteration (absolute error control, the rounding-unit exit, the guards for
+// a NaN tolerance or bracket), the same acceptance of |f| < eta or f = 0 and
+// the same final evaluation with the pole test; status as c05ay's.
+double brent_inline(double a, double b, double eps, double eta, int &status) {
   double (*const f_inline)(double) = f_pointer;
-  double fa = f_inline(a), fb = f_inline(b);
-  if (fa == 0.0) return a;
-  if (fb == 0.0) return b;
+  status = 1;
+  if (0.0 >= eps || a == b) return a;
+  auto small = [eta](double v) { return std::fabs(v) < eta || v == 0.0; };
+  double fa = f_inline(a);
+  status = 0;
+  if (small(fa)) return a;
+  double fb = f_inline(b);
+  if (small(fb)) return b;
+  status = 1;
+  if ((fa <= 0.0) == (fb <= 0.0)) return a;
+  status = 0;
+  const double fmax = std::max(std::fabs(fa), std::fabs(fb));
   double c = a, fc = fa, d = b - a, e = d;
   for (;;) {
     if ((fb <= 0.0) == (fc <= 0.0)) {
@@ -57,7 +69,12 @@ double brent_inline(double a, double b, double eps) {
     }
     const double tol = eps, m = (c - b) * 0.5;
     if (std::fabs(m) <= tol || fb == 0.0) {
-      f_inline(b);  // the final evaluation the core asks for
+      const double fx = f_inline(b);  // the final evaluation, for the pole test
+      if (!small(fx) && std::fabs(fx) > fmax) status = 3;
+      return b;
+    }
+    if (std::fabs(m) <= std::fabs(b) * 0x1p-53 || std::isnan(m)) {
+      status = 2;
       return b;
     }
     const double d_old = d, e_old = e;
@@ -83,9 +100,9 @@ double brent_inline(double a, double b, double eps) {
     }
     a = b;
     fa = fb;
-    b = std::fabs(d) > tol ? b + d : c <= b ? b - tol : b + tol;
+    b = std::fabs(d) > tol || std::isnan(tol) ? b + d : c <= b ? b - tol : b + tol;
     fb = f_inline(b);
-    if (fb == 0.0) return b;
+    if (small(fb)) return b;
   }
 }
 
@@ -120,7 +137,9 @@ void BM_inline(benchmark::State &state) {
   volatile double lo = 0.0, hi = 2.0;
   evaluations = 0;
   for (auto _ : state) {
-    double x = brent_inline(lo, hi, 1e-12);
+    int status = 0;
+    double x = brent_inline(lo, hi, 1e-12, 0.0, status);
+    benchmark::DoNotOptimize(status);
     benchmark::DoNotOptimize(x);
   }
   state.counters["evals/solve"] = double(evaluations) / double(state.iterations());
