@@ -45,10 +45,14 @@ inline rule_estimate estimate_from_sums(double k, double g, double sabs, double 
 }
 
 // A Gauss-Kronrod pair applied to intervals: one call of the integrand on all
-// the pair's points per interval.  Usable as a rule_ref.
+// the pair's points per interval.  Usable as a rule_ref.  F is the integrand:
+// an integrand_ref, or (for a worker that wants the call seen through, as
+// d01rj's first rule application) the worker's own callable, held by value
+// (a lambda that captures by reference).
+template <typename F = integrand_ref>
 class gk_rule {
  public:
-  gk_rule(pair_block rule, integrand_ref f, const rule_kernels &kern, const policy &P)
+  gk_rule(const pair_block &rule, F f, const rule_kernels &kern, const policy &P)
       : rule_(rule), f_(f), kern_(kern), P_(P) {
     // The kernel reads fv up to m + mpad; the integrand writes only the
     // block's points, so the lanes past them are set once here.
@@ -69,7 +73,7 @@ class gk_rule {
 
  private:
   pair_block rule_;
-  integrand_ref f_;
+  F f_;
   const rule_kernels &kern_;
   const policy &P_;
   alignas(64) double x_[block_buffer];
