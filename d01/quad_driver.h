@@ -148,7 +148,7 @@ inline void take_iflag(engine_data *en_data, int64_t iflag, const Zem_Comm *comm
 // ZEM_D01_VEC_INTEGRAND also its integrand_ref `name`.
 #define ZEM_D01_VEC_INTEGRAND_FN(rtn, name)                                                                \
   bool name##_iflag_stop = false;                                                                          \
-  auto name##_fn = [&](const double *x_, int64_t n_, double *fv_) -> int64_t {                             \
+  auto name##_fn = [=, &name##_iflag_stop](const double *x_, int64_t n_, double *fv_) -> int64_t {         \
     int64_t iflag_ = 0;                                                                                    \
     const int64_t s_ = rtn##f_print_fh_(adaptor, en_data, f, x_, &n_, fv_, &iflag_, iuser, ruser, cpuser); \
     name##_iflag_stop = iflag_ < 0;                                                                        \

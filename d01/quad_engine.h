@@ -65,9 +65,9 @@ quad_outcome extrapolated_bisection(rule_ref rule, int64_t npoints, double a, do
 // that the first application settles costs no indirect call besides the
 // kernel's and the integrand's.  Same values as adaptive_extrapolated.
 template <typename Rule>
-inline quad_outcome adaptive_extrapolated_direct(Rule &rule, int64_t npoints, double a, double b,
-                                                 double epsabs, double epsrel, const quad_lists &L,
-                                                 const policy &P) {
+[[gnu::always_inline]] inline quad_outcome adaptive_extrapolated_direct(Rule &rule, int64_t npoints, double a,
+                                                                        double b, double epsabs, double epsrel,
+                                                                        const quad_lists &L, const policy &P) {
   quad_outcome out;
   // Step 1: the rule on the whole interval.
   L.alist[0] = a;

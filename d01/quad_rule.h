@@ -61,7 +61,9 @@ class gk_rule {
 
   int64_t points() const { return rule_.points(); }
 
-  int64_t operator()(double a, double b, rule_estimate &out) {
+  // In line wherever it is called directly (the first step of
+  // adaptive_extrapolated_direct) or through a rule_ref's thunk.
+  [[gnu::always_inline]] int64_t operator()(double a, double b, rule_estimate &out) {
     const double centre = 0.5 * (a + b);
     const double hlgth = 0.5 * (b - a);
     kern_.abscissae(rule_, centre, hlgth, x_);
