@@ -94,6 +94,10 @@ inline void pack_lists(double *rinfo, int64_t limit, int64_t n) {
 // as many of its first entries as fit (min(n, limit - 1)).
 inline void fill_iinfo(int64_t *iinfo, int64_t limit, int64_t n, const int64_t *iord) {
   iinfo[0] = n;
+  if (n == 1) {
+    if (limit > 1) iinfo[1] = iord[0] + 1;
+    return;
+  }
   const int64_t m = n < limit - 1 ? n : limit - 1;
   for (int64_t i = 0; i < m; ++i) iinfo[i + 1] = iord[i] + 1;
 }
