@@ -48,7 +48,7 @@ inline rule_estimate estimate_from_sums(double k, double g, double sabs, double 
 // the pair's points per interval.  Usable as a rule_ref.  F is the integrand:
 // an integrand_ref, or (for a worker that wants the call seen through, as
 // d01rj's first rule application) the worker's own callable, held by value
-// (a lambda that captures by reference).
+// (a small lambda: the caller's pointers and a reference to its stop flag).
 template <typename F = integrand_ref>
 class gk_rule {
  public:
