@@ -41,11 +41,14 @@ ZEM_LAYER_INLINE void d01rjfn_(engine_data *en_data, zem_routine f, zem_routine,
   int64_t *iord = work.get(limit);
   if (!iord) return zem::alloc_fail(ifail);
 
-  ZEM_D01_VEC_INTEGRAND(d01rj, integrand);
-  q::gk_rule rule(q::gk21.block(), integrand, q::active_kernels(), q::zem_policy);
+  // The rule holds the integrand itself and the engine's first step is in
+  // line: an integral settled by one rule application makes no indirect
+  // call but the kernel's and the user's.
+  ZEM_D01_VEC_INTEGRAND_FN(d01rj, integrand);
+  q::gk_rule rule(q::gk21.block(), integrand_fn, q::active_kernels(), q::zem_policy);
   const q::quad_lists lists{rinfo, rinfo + limit, rinfo + 2 * limit, rinfo + 3 * limit, iord, limit};
   const q::quad_outcome o =
-      q::adaptive_extrapolated(rule, rule.points(), *a, *b, *epsabs, *epsrel, lists, q::zem_policy);
+      q::adaptive_extrapolated_direct(rule, rule.points(), *a, *b, *epsabs, *epsrel, lists, q::zem_policy);
 
   *result = o.result;
   *abserr = o.abserr;

@@ -2,25 +2,17 @@
 
 #include "quad_driver.h"
 
-#include <algorithm>
 #include <cstring>
 
 namespace zem::quad {
 
-void pack_lists(double *rinfo, int64_t limit, int64_t n) {
-  if (n <= 0 || n >= limit) return;
+void pack_lists_moves(double *rinfo, int64_t limit, int64_t n) {
   // Each list moves to a lower address, after the lists below it have moved;
   // a move may overlap its own source.
   for (int64_t k = 1; k < 4; ++k) std::memmove(rinfo + k * n, rinfo + k * limit, sizeof(double) * n);
 }
 
-void fill_iinfo(int64_t *iinfo, int64_t limit, int64_t n, const int64_t *iord) {
-  iinfo[0] = n;
-  const int64_t m = std::min(n, limit - 1);
-  for (int64_t i = 0; i < m; ++i) iinfo[i + 1] = iord[i] + 1;
-}
-
-void report_outcome(const quad_outcome &o, bool iflag_stop, char *errbuf, int64_t *ifail, double epsabs,
+void report_failure(const quad_outcome &o, bool iflag_stop, char *errbuf, int64_t *ifail, double epsabs,
                     double epsrel, int64_t maxsub) {
   if (o.stop != 0) return iflag_stop ? fail(errbuf, ifail, -1, detail_iflag) : user_stop(errbuf, ifail, o.stop);
   switch (o.code) {

@@ -75,18 +75,43 @@ class int_work {
 // The four lists lie in rinfo at offsets 0, limit, 2 limit, 3 limit while
 // the engine runs; afterwards the n used entries of each are moved together:
 // a_1..a_n, b_1..b_n, e_1..e_n, r_1..r_n.  Nothing moves for n = 0 or
-// n = limit.
-void pack_lists(double *rinfo, int64_t limit, int64_t n);
+// n = limit.  (A run that one rule application settles, n = 1, moves three
+// numbers in line.)
+void pack_lists_moves(double *rinfo, int64_t limit, int64_t n);
+inline void pack_lists(double *rinfo, int64_t limit, int64_t n) {
+  if (n <= 0 || n >= limit) return;
+  if (n == 1) {
+    // The general moves, in their order, for one entry per list.
+    rinfo[1] = rinfo[limit];
+    rinfo[2] = rinfo[2 * limit];
+    rinfo[3] = rinfo[3 * limit];
+    return;
+  }
+  pack_lists_moves(rinfo, limit, n);
+}
 
 // iinfo[0] = n; iinfo[1 ..] = the ordering list as 1-based interval numbers,
 // as many of its first entries as fit (min(n, limit - 1)).
-void fill_iinfo(int64_t *iinfo, int64_t limit, int64_t n, const int64_t *iord);
+inline void fill_iinfo(int64_t *iinfo, int64_t limit, int64_t n, const int64_t *iord) {
+  iinfo[0] = n;
+  if (n == 1) {
+    if (limit > 1) iinfo[1] = iord[0] + 1;
+    return;
+  }
+  const int64_t m = n < limit - 1 ? n : limit - 1;
+  for (int64_t i = 0; i < m; ++i) iinfo[i + 1] = iord[i] + 1;
+}
 
 // The message record of an engine outcome (nothing for success): the run
 // codes with the family's detail codes, or a stop: by iflag < 0 (iflag_stop)
 // or, in C, by comm->flag (the frame's user-stop row with the flag's value).
-void report_outcome(const quad_outcome &o, bool iflag_stop, char *errbuf, int64_t *ifail, double epsabs,
+void report_failure(const quad_outcome &o, bool iflag_stop, char *errbuf, int64_t *ifail, double epsabs,
                     double epsrel, int64_t maxsub);
+inline void report_outcome(const quad_outcome &o, bool iflag_stop, char *errbuf, int64_t *ifail,
+                           double epsabs, double epsrel, int64_t maxsub) {
+  if (o.stop == 0 && o.code == 0) return succeed(ifail);
+  report_failure(o, iflag_stop, errbuf, ifail, epsabs, epsrel, maxsub);
+}
 
 // After the user's vectorised f returned: iflag < 0 asks to stop; a C
 // caller may also stop through comm->flag.
@@ -122,13 +147,17 @@ inline void take_iflag(engine_data *en_data, int64_t iflag, const Zem_Comm *comm
 
 // The engine's view of routine rtn's f: one call of the traced callback
 // layer per rule application, with iflag 0 on entry; name##_iflag_stop
-// records whether a stop came from iflag.
-#define ZEM_D01_VEC_INTEGRAND(rtn, name)                                                                   \
+// records whether a stop came from iflag.  ZEM_D01_VEC_INTEGRAND_FN defines
+// the callable name##_fn only (for a rule that holds it directly),
+// ZEM_D01_VEC_INTEGRAND also its integrand_ref `name`.
+#define ZEM_D01_VEC_INTEGRAND_FN(rtn, name)                                                                \
   bool name##_iflag_stop = false;                                                                          \
-  auto name##_fn = [&](const double *x_, int64_t n_, double *fv_) -> int64_t {                             \
+  auto name##_fn = [=, &name##_iflag_stop](const double *x_, int64_t n_, double *fv_) -> int64_t {         \
     int64_t iflag_ = 0;                                                                                    \
     const int64_t s_ = rtn##f_print_fh_(adaptor, en_data, f, x_, &n_, fv_, &iflag_, iuser, ruser, cpuser); \
     name##_iflag_stop = iflag_ < 0;                                                                        \
     return s_;                                                                                             \
-  };                                                                                                       \
+  }
+#define ZEM_D01_VEC_INTEGRAND(rtn, name)  \
+  ZEM_D01_VEC_INTEGRAND_FN(rtn, name);    \
   zem::quad::integrand_ref name(name##_fn)

@@ -117,47 +117,21 @@ bool finish_extrapolated(int64_t &code, int64_t ierro, double &result, double &a
 
 quad_outcome adaptive_extrapolated(rule_ref rule, int64_t npoints, double a, double b, double epsabs,
                                    double epsrel, const quad_lists &L, const policy &P) {
+  return adaptive_extrapolated_direct(rule, npoints, a, b, epsabs, epsrel, L, P);
+}
+
+quad_outcome extrapolated_bisection(rule_ref rule, int64_t npoints, double a, double b, double epsabs,
+                                    double epsrel, const quad_lists &L, const policy &P,
+                                    const rule_estimate &first) {
   const int64_t limit = L.limit;
   double *alist = L.alist, *blist = L.blist, *elist = L.elist, *rlist = L.rlist;
   int64_t *iord = L.iord;
   const double epmach = P.epmach, oflow = P.oflow;
   quad_outcome out;
-
-  // Step 1: the rule on the whole interval.
-  alist[0] = a;
-  blist[0] = b;
-  rlist[0] = 0.0;
-  elist[0] = 0.0;
-  iord[0] = 0;
-  rule_estimate first;
-  if (int64_t s = rule(a, b, first)) {
-    out.stop = s;
-    return out;
-  }
   double result = first.result, abserr = first.abserr;
   const double defabs = first.resabs;
-  double errbnd = std::max(epsabs, epsrel * std::fabs(result));
-  int64_t last = 1;
-  rlist[0] = result;
-  elist[0] = abserr;
-
-  // Step 2: done already, or nothing more can be done.  The estimate is
-  // accepted when it meets the bound and is not merely resasc (the rule's
-  // pessimistic fallback for a rough f).  With a limit of one interval the
-  // limit code is set only when the estimate is not accepted (the published
-  // scheme sets it in any case).
-  const bool met = (abserr <= errbnd && abserr != first.resasc) || abserr == 0.0;
-  int64_t code = 0;
-  if (abserr <= (100.0 * epmach) * defabs && abserr > errbnd) code = 2;
-  if (limit == 1 && !(P.late_limit_test && met)) code = 1;
-  if (code != 0 || met) {
-    out.result = result;
-    out.abserr = abserr;
-    out.last = 1;
-    out.code = code;
-    out.neval = npoints;
-    return out;
-  }
+  double errbnd = 0.0;
+  int64_t last, code = 0;
 
   // Step 3.
   epsilon_state E;

@@ -16,6 +16,8 @@
 // table, 5 divergence), or stop != 0 when the integrand asked to stop.
 #pragma once
 
+#include <algorithm>
+#include <cmath>
 #include <cstdint>
 
 #include "quad_types.h"
@@ -50,6 +52,58 @@ void order_update(int64_t limit, int64_t last, int64_t &maxerr, double &ermax, c
 // rule's point count: neval = npoints * (2 last - 1).
 quad_outcome adaptive_extrapolated(rule_ref rule, int64_t npoints, double a, double b, double epsabs,
                                    double epsrel, const quad_lists &L, const policy &P);
+
+// Steps 3 to 12 of adaptive_extrapolated: the bisections, after the first
+// rule application on [a, b] gave `first` (stored in the lists' slot 0) and
+// did not end the run.
+quad_outcome extrapolated_bisection(rule_ref rule, int64_t npoints, double a, double b, double epsabs,
+                                    double epsrel, const quad_lists &L, const policy &P,
+                                    const rule_estimate &first);
+
+// adaptive_extrapolated with the first rule application (steps 1 and 2) in
+// line and the rule called directly, not through a rule_ref: an integral
+// that the first application settles costs no indirect call besides the
+// kernel's and the integrand's.  Same values as adaptive_extrapolated.
+template <typename Rule>
+[[gnu::always_inline]] inline quad_outcome adaptive_extrapolated_direct(Rule &rule, int64_t npoints, double a,
+                                                                        double b, double epsabs, double epsrel,
+                                                                        const quad_lists &L, const policy &P) {
+  quad_outcome out;
+  // Step 1: the rule on the whole interval.
+  L.alist[0] = a;
+  L.blist[0] = b;
+  L.rlist[0] = 0.0;
+  L.elist[0] = 0.0;
+  L.iord[0] = 0;
+  rule_estimate first;
+  if (int64_t s = rule(a, b, first)) {
+    out.stop = s;
+    return out;
+  }
+  const double result = first.result, abserr = first.abserr, defabs = first.resabs;
+  const double errbnd = std::max(epsabs, epsrel * std::fabs(result));
+  L.rlist[0] = result;
+  L.elist[0] = abserr;
+
+  // Step 2: done already, or nothing more can be done.  The estimate is
+  // accepted when it meets the bound and is not merely resasc (the rule's
+  // pessimistic fallback for a rough f).  With a limit of one interval the
+  // limit code is set only when the estimate is not accepted (the published
+  // scheme sets it in any case).
+  const bool met = (abserr <= errbnd && abserr != first.resasc) || abserr == 0.0;
+  int64_t code = 0;
+  if (abserr <= (100.0 * P.epmach) * defabs && abserr > errbnd) code = 2;
+  if (L.limit == 1 && !(P.late_limit_test && met)) code = 1;
+  if (code != 0 || met) {
+    out.result = result;
+    out.abserr = abserr;
+    out.last = 1;
+    out.code = code;
+    out.neval = npoints;
+    return out;
+  }
+  return extrapolated_bisection(rule, npoints, a, b, epsabs, epsrel, L, P, first);
+}
 
 // Finite interval, no extrapolation.
 quad_outcome adaptive_plain(rule_ref rule, int64_t npoints, double a, double b, double epsabs,

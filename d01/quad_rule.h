@@ -45,10 +45,14 @@ inline rule_estimate estimate_from_sums(double k, double g, double sabs, double 
 }
 
 // A Gauss-Kronrod pair applied to intervals: one call of the integrand on all
-// the pair's points per interval.  Usable as a rule_ref.
+// the pair's points per interval.  Usable as a rule_ref.  F is the integrand:
+// an integrand_ref, or (for a worker that wants the call seen through, as
+// d01rj's first rule application) the worker's own callable, held by value
+// (a small lambda: the caller's pointers and a reference to its stop flag).
+template <typename F = integrand_ref>
 class gk_rule {
  public:
-  gk_rule(pair_block rule, integrand_ref f, const rule_kernels &kern, const policy &P)
+  gk_rule(const pair_block &rule, F f, const rule_kernels &kern, const policy &P)
       : rule_(rule), f_(f), kern_(kern), P_(P) {
     // The kernel reads fv up to m + mpad; the integrand writes only the
     // block's points, so the lanes past them are set once here.
@@ -57,7 +61,9 @@ class gk_rule {
 
   int64_t points() const { return rule_.points(); }
 
-  int64_t operator()(double a, double b, rule_estimate &out) {
+  // In line wherever it is called directly (the first step of
+  // adaptive_extrapolated_direct) or through a rule_ref's thunk.
+  [[gnu::always_inline]] int64_t operator()(double a, double b, rule_estimate &out) {
     const double centre = 0.5 * (a + b);
     const double hlgth = 0.5 * (b - a);
     kern_.abscissae(rule_, centre, hlgth, x_);
@@ -69,7 +75,7 @@ class gk_rule {
 
  private:
   pair_block rule_;
-  integrand_ref f_;
+  F f_;
   const rule_kernels &kern_;
   const policy &P_;
   alignas(64) double x_[block_buffer];
