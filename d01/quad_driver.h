@@ -98,8 +98,12 @@ inline void fill_iinfo(int64_t *iinfo, int64_t limit, int64_t n, const int64_t *
     if (limit > 1) iinfo[1] = iord[0] + 1;
     return;
   }
+  // The ordering list is kept in order only down to depth jupbnd, which
+  // grows with last up to limit/2 + 2 and shrinks after: positions from
+  // limit/2 + 2 on are never written, and are returned as 0.
   const int64_t m = n < limit - 1 ? n : limit - 1;
-  for (int64_t i = 0; i < m; ++i) iinfo[i + 1] = iord[i] + 1;
+  const int64_t written = n < limit / 2 + 2 ? n : limit / 2 + 2;
+  for (int64_t i = 0; i < m; ++i) iinfo[i + 1] = i < written ? iord[i] + 1 : 0;
 }
 
 // The message record of an engine outcome (nothing for success): the run
