@@ -33,6 +33,21 @@ bool too_small(double a1, double a2, double b2, const policy &P) {
          (1.0 + 100.0 * P.epmach) * (std::fabs(a2) + 1000.0 * P.uflow);
 }
 
+// The failure flags after a bisection (steps 5 and 8), with the codes of the
+// extrapolating scheme: round-off (2, and ierro 3), the subdivision limit
+// (1), an interval down to the resolution of the numbers (4); a later flag
+// overwrites an earlier one.  The published order tests the limit after the
+// round-off; the library's late placement tests it first.
+void failure_flags(bool limit_first, int64_t last, int64_t limit, int64_t iroff1, int64_t iroff2,
+                   int64_t iroff3, double a1, double a2, double b2, const policy &P, int64_t &code,
+                   int64_t &ierro) {
+  if (limit_first && last == limit) code = 1;
+  if (iroff1 + iroff2 >= 10 || iroff3 >= 20) code = 2;
+  if (iroff2 >= 5) ierro = 3;
+  if (!limit_first && last == limit) code = 1;
+  if (too_small(a1, a2, b2, P)) code = 4;
+}
+
 // The two halves of the bisected interval maxerr go to slots maxerr and
 // last-1: the one with the larger error keeps maxerr.
 void store_halves(const quad_lists &L, int64_t maxerr, int64_t newest, double a1, double b1,
@@ -171,13 +186,8 @@ quad_outcome extrapolated_bisection(rule_ref rule, int64_t npoints, double a, do
     watch_roundoff(h1, h2, rlist[maxerr], area12, erro12, errmax, last, extrap, iroff1, iroff2, iroff3);
     errbnd = std::max(epsabs, epsrel * std::fabs(area));
 
-    if (!P.late_limit_test) {
-      // The published order: every failure flag before the store.
-      if (iroff1 + iroff2 >= 10 || iroff3 >= 20) code = 2;
-      if (iroff2 >= 5) ierro = 3;
-      if (last == limit) code = 1;
-      if (too_small(a1, a2, b2, P)) code = 4;
-    }
+    if (!P.late_limit_test)  // the published order: every failure flag before the store
+      failure_flags(false, last, limit, iroff1, iroff2, iroff3, a1, a2, b2, P, code, ierro);
 
     // Step 6.
     store_halves(L, maxerr, last - 1, a1, b1, b2, h1, h2, P);
@@ -191,10 +201,7 @@ quad_outcome extrapolated_bisection(rule_ref rule, int64_t npoints, double a, do
 
     // Step 8.
     if (P.late_limit_test) {
-      if (last == limit) code = 1;
-      if (iroff1 + iroff2 >= 10 || iroff3 >= 20) code = 2;
-      if (iroff2 >= 5) ierro = 3;
-      if (too_small(a1, a2, b2, P)) code = 4;
+      failure_flags(true, last, limit, iroff1, iroff2, iroff3, a1, a2, b2, P, code, ierro);
       if (code == 4 || code == 2) break;
     } else if (code != 0) {
       break;
@@ -492,12 +499,8 @@ quad_outcome adaptive_breakpoints(rule_ref rule, int64_t npoints, const double *
     level[last - 1] = levcur;
     errbnd = std::max(epsabs, epsrel * std::fabs(area));
 
-    if (!P.late_limit_test) {
-      if (iroff1 + iroff2 >= 10 || iroff3 >= 20) code = 2;
-      if (iroff2 >= 5) ierro = 3;
-      if (last == limit) code = 1;
-      if (too_small(a1, a2, b2, P)) code = 4;
-    }
+    if (!P.late_limit_test)
+      failure_flags(false, last, limit, iroff1, iroff2, iroff3, a1, a2, b2, P, code, ierro);
     store_halves(L, maxerr, last - 1, a1, b1, b2, h1, h2, P);
     order_update(limit, last, maxerr, errmax, elist, iord, nrmax);
     if (errsum <= errbnd) {
@@ -505,10 +508,7 @@ quad_outcome adaptive_breakpoints(rule_ref rule, int64_t npoints, const double *
       break;
     }
     if (P.late_limit_test) {
-      if (last == limit) code = 1;
-      if (iroff1 + iroff2 >= 10 || iroff3 >= 20) code = 2;
-      if (iroff2 >= 5) ierro = 3;
-      if (too_small(a1, a2, b2, P)) code = 4;
+      failure_flags(true, last, limit, iroff1, iroff2, iroff3, a1, a2, b2, P, code, ierro);
       if (code == 4 || code == 2) break;
     } else if (code != 0) {
       break;

@@ -4,6 +4,7 @@
 #include <cstdint>
 
 #include "frame/frame.h"
+#include "g05/skip_ahead.h"
 #include "g05/state.h"
 
 inline constexpr zem::message g05kj_messages[] = {
@@ -22,23 +23,8 @@ inline constexpr zem::message g05kj_messages[] = {
 #define G05KJ_ARGS(V, A, U) V(const int64_t *, n) A(int64_t *, state) V(char *, errbuf) V(int64_t *, ifail)
 ZEM_ENGINE_LAYERS(g05kj, G05KJ_ARGS)
 
-ZEM_INTERNAL void g05kjfn_(engine_data *, const int64_t *n, int64_t *state, char *errbuf,
-                           int64_t *ifail) {
-  using namespace zem::g05;
-  *ifail = 0;
-  if (!state_valid(state)) return zem::fail(errbuf, ifail, 2, 1002);
-  if (*n < 0) return zem::fail(errbuf, ifail, 1, 1001, *n);
-  switch (generator_for(state[pos_genid]).skip(state, *n)) {
-    case op_ok:
-      return;
-    case op_too_small:
-      return zem::fail(errbuf, ifail, 4, 1004);
-    case op_no_memory:
-      *ifail = zem::status_alloc_fail;
-      return;
-    default:
-      return zem::fail(errbuf, ifail, 3, 1003);
-  }
+ZEM_INTERNAL void g05kjfn_(engine_data *, const int64_t *n, int64_t *state, char *errbuf, int64_t *ifail) {
+  zem::g05::skip_worker(n, state, errbuf, ifail, &zem::g05::generator::skip);
 }
 
 ZEM_API void g05kjf_(const int64_t *n, int64_t state[], int64_t *ifail) {
