@@ -63,11 +63,9 @@ enum class brent_next { evaluate, converged, too_small };
     s.fb = s.fc;
     s.fc = s.fa;
   }
-  // 3. Tolerance: weights (relative, absolute) = (1,1) mixed, (0,1) absolute,
-  //    (1,0) relative.
-  const double wr = ir == 1 ? 0.0 : 1.0;
-  const double wa = ir == 2 ? 0.0 : 1.0;
-  const double tol = tolx * std::max(wr * std::fabs(s.b), wa);
+  // 3. Tolerance: tolx * max(|b|, 1) mixed (ir = 0), tolx absolute (1),
+  //    tolx * |b| relative (2).
+  const double tol = ir == 1 ? tolx : ir == 2 ? tolx * std::fabs(s.b) : tolx * std::max(std::fabs(s.b), 1.0);
   const double m = (s.c - s.b) * 0.5;
   // 4. Converged (the caller asks for f at b once more, for the pole test).
   if (std::fabs(m) <= tol || s.fb == 0.0) return brent_next::converged;

@@ -57,33 +57,34 @@ ZEM_LAYER_INLINE void c05ayzn_(engine_data *en_data, double a, double fa, double
                            zem_routine f, c05ay_f_adaptor adaptor, double *x, int64_t *iuser, double *ruser,
                            char *errbuf, int64_t *ifail);
 
-ZEM_INTERNAL void c05ayfn_(engine_data *en_data, const double *a, const double *b, const double *eps,
+ZEM_LAYER_INLINE void c05ayfn_(engine_data *en_data, const double *a, const double *b, const double *eps,
                            const double *eta, zem_routine f, zem_routine, c05ay_f_adaptor adaptor, double *x,
                            int64_t *iuser, double *ruser, char *errbuf, int64_t *ifail) {
   *ifail = 0;
   if (0.0 >= *eps) return zem::fail(errbuf, ifail, 1, 1001, *eps);  // a NaN passes
   if (*a == *b) return zem::fail(errbuf, ifail, 1, 1002, *a, *b);
 
-  // f at the point *x; false when the user asked to stop.
-  auto evaluate = [&](double &fx) {
-    return c05ayf_print_fh_(adaptor, en_data, f, x, &fx, iuser, ruser) == 0;
-  };
-  auto small = [&](double fx) { return std::fabs(fx) < *eta || fx == 0.0; };
-  auto stop = [&] { zem::user_stop(errbuf, ifail, en_data->cb_status); };
+  // f at the point *x; false when the user asked to stop.  (Plain calls,
+  // no closures: a closure kept for an out-of-line call would hold the
+  // addresses of these locals and pin them to memory.)
+  const double eta_v = *eta;
+  auto small = [eta_v](double fx) { return std::fabs(fx) < eta_v || fx == 0.0; };
 
   double fa = 0.0, fb = 0.0;  // set, so that a trace block before the call shows 0
   *x = *a;
-  if (!evaluate(fa)) return stop();
+  if (c05ayf_print_fh_(adaptor, en_data, f, x, &fa, iuser, ruser) != 0)
+    return zem::user_stop(errbuf, ifail, en_data->cb_status);
   if (small(fa)) return;
   *x = *b;
-  if (!evaluate(fb)) return stop();
+  if (c05ayf_print_fh_(adaptor, en_data, f, x, &fb, iuser, ruser) != 0)
+    return zem::user_stop(errbuf, ifail, en_data->cb_status);
   if (small(fb)) return;
   if ((fa <= 0.0) == (fb <= 0.0)) return zem::fail(errbuf, ifail, 1, 1003, fa, fb);
 
   // The core's iteration, started with both end values known, exactly as
   // c05az runs it from ind = -1 but with the state in registers rather than
   // in a state array (the same points, the same exits).
-  return c05ayzn_(en_data, *a, fa, *b, fb, *eps, *eta, f, adaptor, x, iuser, ruser, errbuf, ifail);
+  return c05ayzn_(en_data, *a, fa, *b, fb, *eps, eta_v, f, adaptor, x, iuser, ruser, errbuf, ifail);
 }
 
 ZEM_LAYER_INLINE void c05ayzn_(engine_data *en_data, double a, double fa, double b, double fb, double eps,

@@ -61,7 +61,7 @@ inline Zem_Comm *comm_from(int64_t *iuser) { return *reinterpret_cast<Zem_Comm *
 // After a user function of the C interface returns: a non-zero flag in the
 // comm record asks the engine to stop.
 inline void take_user_flag(engine_data *en_data, const Zem_Comm *comm) {
-  if (comm && comm->flag != 0 && comm->flag != repeat_call) en_data->cb_status = comm->flag;
+  if (comm && __builtin_expect(comm->flag != 0, 0) && comm->flag != repeat_call) en_data->cb_status = comm->flag;
 }
 
 class c_entry {

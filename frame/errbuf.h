@@ -88,8 +88,10 @@ inline void put_field(char *buf, int &pos, const value_text &t) {
 // Writes the message record and the status; returns nothing so that a worker
 // can end with `return zem::fail(...)`.  Failures are the cold path: kept
 // out of line, they leave the worker's loop small.
+// The values come by value: a worker's local whose address went to this
+// out-of-line call would have to live in memory on the hot path too.
 template <typename... V>
-[[gnu::cold, gnu::noinline]] void fail(char *errbuf, int64_t *ifail, int64_t status, int64_t detail, const V &...values) {
+[[gnu::cold, gnu::noinline]] void fail(char *errbuf, int64_t *ifail, int64_t status, int64_t detail, V... values) {
   int pos = 0;
   errbuf[pos++] = '\x01';
   detail::put_field(errbuf, pos, format_value(status));

@@ -70,24 +70,22 @@
 namespace zem {
 
 // The re-entry loop: calls the adaptor, and again in mode 1 for as long as
-// the guard asks for a repeat; restores the caller's mode.  Returns the
-// callback status, which is non-zero when the user asked to stop.  The
-// repeats are the rare path and kept out of line, so that the common path
-// hands the function value straight on in a register.
+// the guard asks for a repeat; restores the caller's mode and returns the
+// callback status, which is non-zero when the user asked to stop.
+//
+// marshal_loop is the whole protocol out of line, for any adaptor.  The
+// worker's own calls take the inline marshal below, which makes the first
+// call directly and leaves only a repeat to marshal_loop (see
+// ZEM_CALLBACK_CHAIN for why the out-of-line paths see copies).
 template <typename Adaptor, typename... A>
-[[gnu::cold, gnu::noinline]] void marshal_repeat(Adaptor adaptor, engine_data *en_data, A... a) {
-  do {
+[[gnu::cold, gnu::noinline]] int64_t marshal_loop(Adaptor adaptor, bool repeat, engine_data *en_data, A... a) {
+  const int32_t saved_mode = en_data->cb_mode;
+  if (!repeat) adaptor(en_data, a...);
+  while (en_data->cb_status == repeat_call) {
     en_data->cb_mode = 1;
     en_data->cb_status = 0;
     adaptor(en_data, a...);
-  } while (en_data->cb_status == repeat_call);
-}
-
-template <typename Adaptor, typename... A>
-[[gnu::always_inline]] inline int64_t marshal(Adaptor adaptor, engine_data *en_data, A... a) {
-  const int32_t saved_mode = en_data->cb_mode;
-  adaptor(en_data, a...);
-  if (__builtin_expect(en_data->cb_status == repeat_call, 0)) marshal_repeat(adaptor, en_data, a...);
+  }
   en_data->cb_mode = saved_mode;
   return en_data->cb_status;
 }
@@ -102,16 +100,61 @@ template <typename Adaptor, typename... A>
     en_data->cb_status = repeat_call;
 }
 
+// A scalar argument passed by address, copied for an out-of-line call: the
+// copy goes back only where the callee may write.
+template <typename T>
+inline void copy_back(const T *, const T &) {}
+template <typename T>
+inline void copy_back(T *p, const T &v) {
+  *p = v;
+}
+
 }  // namespace zem
 
 // The callback layers sit on the engine's hottest path (one pass per
 // function value), so they too are always inlined into the worker.  The
-// marshal layer calls the two adaptors of the library directly when it is
-// handed one of them, so that the compiler sees through the whole chain
-// down to the user's call.
+// marshal layer calls the two adaptors of the library directly, so that the
+// compiler sees through the whole chain down to the user's call.
+//
+// What stays out of line (a repeat, an adaptor other than the routine's
+// own two) is handed copies of the scalar arguments, never their addresses:
+// a worker's local whose address reached an opaque call would have to live
+// in memory on every pass, and the function value would make a round trip
+// through the stack on the worker's critical path.
 
 #define ZEM_CB_PARAMS(CBARGS) CBARGS(ZEM_ARG_PARAM_, ZEM_ARG_PARAM_, ZEM_ARG_PARAM_)
 #define ZEM_CB_NAMES(CBARGS) CBARGS(ZEM_ARG_NAME_, ZEM_ARG_NAME_, ZEM_ARG_NAME_)
+#define ZEM_CB_COPY_V_(type, name) auto zem_copy_##name = *name;
+#define ZEM_CB_COPY_A_(type, name)
+#define ZEM_CB_PASS_V_(type, name) , &zem_copy_##name
+#define ZEM_CB_BACK_V_(type, name) zem::copy_back(name, zem_copy_##name);
+#define ZEM_CB_NOTHING_(type, name)
+#define ZEM_CB_COPIES(CBARGS) CBARGS(ZEM_CB_COPY_V_, ZEM_CB_COPY_A_, ZEM_CB_COPY_A_)
+#define ZEM_CB_COPY_NAMES(CBARGS) CBARGS(ZEM_CB_PASS_V_, ZEM_ARG_NAME_, ZEM_ARG_NAME_)
+#define ZEM_CB_COPY_BACK(CBARGS) CBARGS(ZEM_CB_BACK_V_, ZEM_CB_NOTHING_, ZEM_CB_NOTHING_)
+
+// Calls fn(leading..., copies of the callback arguments) and returns its
+// status, writing the copies back (a GNU statement expression: it stays
+// inline in the worker, and only the copies' addresses leave it).
+#define ZEM_CB_ON_COPIES(CBARGS, fn, ...)                                                              \
+  ({                                                                                                 \
+    ZEM_CB_COPIES(CBARGS)                                                                            \
+    const int64_t zem_status = fn(__VA_ARGS__ ZEM_CB_COPY_NAMES(CBARGS));                             \
+    ZEM_CB_COPY_BACK(CBARGS)                                                                         \
+    zem_status;                                                                                      \
+  })
+
+// One marshal pass with a known adaptor, inline: save the mode, call, hand
+// a repeat to the loop, restore the mode.
+#define ZEM_CB_MARSHAL_KNOWN(known, arg, CBARGS)                                                         \
+  do {                                                                                               \
+    const int32_t zem_saved_mode = en_data->cb_mode;                                                 \
+    known(en_data, arg ZEM_CB_NAMES(CBARGS));                                                        \
+    if (__builtin_expect(en_data->cb_status == zem::repeat_call, 0))                                 \
+      ZEM_CB_ON_COPIES(CBARGS, zem::marshal_loop, known, true, en_data, arg);                         \
+    en_data->cb_mode = zem_saved_mode;                                                               \
+    return en_data->cb_status;                                                                       \
+  } while (0)
 
 #define ZEM_CALLBACK_CHAIN(rtn, arg, CBARGS)                                                             \
   using rtn##_##arg##_adaptor = void (*)(engine_data *, zem_routine CBARGS(ZEM_ARG_TYPE_, ZEM_ARG_TYPE_,   \
@@ -123,10 +166,9 @@ template <typename Adaptor, typename... A>
   }                                                                                                    \
   ZEM_LAYER_INLINE int64_t rtn##f_marshal_##arg##h_(rtn##_##arg##_adaptor adaptor, engine_data *en_data,    \
                                                     zem_routine arg ZEM_CB_PARAMS(CBARGS)) {             \
-    if (adaptor == rtn##c_##arg##_helper)                                                              \
-      return zem::marshal(rtn##c_##arg##_helper, en_data, arg ZEM_CB_NAMES(CBARGS));                    \
-    if (adaptor == rtn##f_##arg##h_) return zem::marshal(rtn##f_##arg##h_, en_data, arg ZEM_CB_NAMES(CBARGS)); \
-    return zem::marshal(adaptor, en_data, arg ZEM_CB_NAMES(CBARGS));                                    \
+    if (adaptor == rtn##c_##arg##_helper) ZEM_CB_MARSHAL_KNOWN(rtn##c_##arg##_helper, arg, CBARGS);         \
+    if (adaptor == rtn##f_##arg##h_) ZEM_CB_MARSHAL_KNOWN(rtn##f_##arg##h_, arg, CBARGS);                   \
+    return ZEM_CB_ON_COPIES(CBARGS, zem::marshal_loop, adaptor, false, en_data, arg);                   \
   }                                                                                                    \
   [[gnu::cold, gnu::noinline]] static int64_t rtn##_##arg##_traced(                                          \
       rtn##_##arg##_adaptor adaptor, engine_data *en_data, zem_routine arg ZEM_CB_PARAMS(CBARGS)) {          \
@@ -138,6 +180,6 @@ template <typename Adaptor, typename... A>
   ZEM_LAYER_INLINE int64_t rtn##f_print_##arg##h_(rtn##_##arg##_adaptor adaptor, engine_data *en_data,      \
                                                   zem_routine arg ZEM_CB_PARAMS(CBARGS)) {               \
     if (__builtin_expect(zem::trace_on(), 0))                                                            \
-      return rtn##_##arg##_traced(adaptor, en_data, arg ZEM_CB_NAMES(CBARGS));                            \
+      return ZEM_CB_ON_COPIES(CBARGS, rtn##_##arg##_traced, adaptor, en_data, arg);                       \
     return rtn##f_marshal_##arg##h_(adaptor, en_data, arg ZEM_CB_NAMES(CBARGS));                         \
   }

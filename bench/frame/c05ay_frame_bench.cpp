@@ -26,20 +26,25 @@ double f_fortran(const double *x, int64_t *, double *) {
   ++evaluations;
   return *x * *x * *x - 2.0;
 }
-// The baseline calls the same user function through a pointer, as any
-// solver handed a function must.
+// The baselines call a user function through a pointer, as any solver
+// handed a function must: the plain f(x), and the same two functions the
+// library's entries call, with the calling convention of each interface
+// (the C function takes x by value and the comm pointer, the Fortran one x
+// by address and iuser, ruser).
 double f_plain(double x) {
   ++evaluations;
   return x * x * x - 2.0;
 }
-double (*volatile f_pointer)(double) = f_plain;
+double (*volatile f_plain_pointer)(double) = f_plain;
+double (*volatile f_c_pointer)(double, Zem_Comm *) = f_c;
+double (*volatile f_fortran_pointer)(const double *, int64_t *, double *) = f_fortran;
 
 // c05ay's algorithm written out with no frame: the same checks, the same
 // iteration (absolute error control, the rounding-unit exit, the guards for
 // a NaN tolerance or bracket), the same acceptance of |f| < eta or f = 0 and
 // the same final evaluation with the pole test; status as c05ay's.
-double brent_inline(double a, double b, double eps, double eta, int &status) {
-  double (*const f_inline)(double) = f_pointer;
+template <typename F>
+double brent_inline(F f_inline, double a, double b, double eps, double eta, int &status) {
   status = 1;
   if (0.0 >= eps || a == b) return a;
   auto small = [eta](double v) { return std::fabs(v) < eta || v == 0.0; };
@@ -107,19 +112,20 @@ double brent_inline(double a, double b, double eps, double eta, int &status) {
 }
 
 void BM_c05ayc(benchmark::State &state) {
+  const double eta = double(state.range(0));
   Zem_Fail fail = ZEM_FAIL_INIT;
   Zem_Comm comm = {0, nullptr, nullptr, nullptr};
   double x = 0.0;
   evaluations = 0;
   for (auto _ : state) {
-    c05ayc(0.0, 2.0, 1e-12, 0.0, f_c, &x, &comm, &fail);
+    c05ayc(0.0, 2.0, 1e-12, eta, f_c, &x, &comm, &fail);
     benchmark::DoNotOptimize(x);
   }
   state.counters["evals/solve"] = double(evaluations) / double(state.iterations());
 }
 
 void BM_c05ayf(benchmark::State &state) {
-  const double a = 0.0, b = 2.0, eps = 1e-12, eta = 0.0;
+  const double a = 0.0, b = 2.0, eps = 1e-12, eta = double(state.range(0));
   int64_t iuser[1] = {0}, ifail = 1;
   double ruser[1] = {0.0}, x = 0.0;
   evaluations = 0;
@@ -131,23 +137,52 @@ void BM_c05ayf(benchmark::State &state) {
   state.counters["evals/solve"] = double(evaluations) / double(state.iterations());
 }
 
-void BM_inline(benchmark::State &state) {
+// The inline solve with f called as f_call(x); eta = 10 accepts f(a) at
+// once (one evaluation: the cost of a call without its iteration).
+template <typename F>
+void inline_solve(benchmark::State &state, F f_call) {
   // The end points are read from volatile storage so that nothing of the
   // solve can be worked out at compile time.
-  volatile double lo = 0.0, hi = 2.0;
+  volatile double lo = 0.0, hi = 2.0, eta = double(state.range(0));
   evaluations = 0;
   for (auto _ : state) {
     int status = 0;
-    double x = brent_inline(lo, hi, 1e-12, 0.0, status);
+    double x = brent_inline(f_call, lo, hi, 1e-12, eta, status);
     benchmark::DoNotOptimize(status);
     benchmark::DoNotOptimize(x);
   }
   state.counters["evals/solve"] = double(evaluations) / double(state.iterations());
 }
 
+void BM_inline(benchmark::State &state) {
+  double (*const f)(double) = f_plain_pointer;
+  inline_solve(state, [f](double x) { return f(x); });
+}
+
+void BM_inline_c(benchmark::State &state) {
+  double (*const f)(double, Zem_Comm *) = f_c_pointer;
+  Zem_Comm comm = {0, nullptr, nullptr, nullptr};
+  inline_solve(state, [f, &comm](double x) { return f(x, &comm); });
+}
+
+void BM_inline_fortran(benchmark::State &state) {
+  double (*const f)(const double *, int64_t *, double *) = f_fortran_pointer;
+  int64_t iuser[1] = {0};
+  double ruser[1] = {0.0};
+  double x_arg = 0.0;  // the solver's x, where the function reads the point
+  inline_solve(state, [&](double x) {
+    x_arg = x;
+    return f(&x_arg, iuser, ruser);
+  });
+}
+
 }  // namespace
 
-BENCHMARK(BM_inline);
-BENCHMARK(BM_c05ayc);
-BENCHMARK(BM_c05ayf);
+// Argument: eta.  0 is the solve of the target (10 evaluations); 10 stops
+// at the first evaluation.
+BENCHMARK(BM_inline)->Arg(0)->Arg(10);
+BENCHMARK(BM_inline_c)->Arg(0)->Arg(10);
+BENCHMARK(BM_c05ayc)->Arg(0)->Arg(10);
+BENCHMARK(BM_inline_fortran)->Arg(0)->Arg(10);
+BENCHMARK(BM_c05ayf)->Arg(0)->Arg(10);
 BENCHMARK_MAIN();

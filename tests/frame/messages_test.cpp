@@ -14,6 +14,7 @@ extern "C" const zem::registered_table *const __start_zem_messages[], *const __s
 // c05ay's callback chain, reached directly.
 using c05ay_f_adaptor = void (*)(engine_data *, zem_routine, const double *, double *, int64_t *, double *);
 ZEM_INTERNAL void c05ayf_internal_fh_(engine_data *, zem_routine, const double *, double *, int64_t *, double *);
+ZEM_INTERNAL void c05ayf_fh_(engine_data *, zem_routine, const double *, double *, int64_t *, double *);
 ZEM_INTERNAL int64_t c05ayf_marshal_fh_(c05ay_f_adaptor, engine_data *, zem_routine, const double *, double *,
                                         int64_t *, double *);
 
@@ -190,29 +191,61 @@ TEST(CErrorExit, NullRecordPrintsAndTerminates) {
               "Error detected by ZEM routine testc:\nNE_BAD_PARAM:");
 }
 
-TEST(CallbackChain, GuardRefusesOutsideModeOneAndMarshalRepeats) {
-  // c05ay's chain: the internal guard calls through only in mode 1; the
-  // marshal layer turns a refusal into a repeat in mode 1 and restores the
-  // caller's mode afterwards.
-  engine_data ed;
-  y90haan_(&ed);
-  ed.cb_mode = 0;
-  static int calls;
-  calls = 0;
+// A stand-in adaptor of another kind: refuses its first `refusals` calls
+// with the repeat status (as the guard does), then stores 2x.
+int stand_in_calls;
+int stand_in_refusals;
+void stand_in(engine_data *en_data, zem_routine, const double *x, double *retval, int64_t *, double *) {
+  ++stand_in_calls;
+  if (stand_in_refusals-- > 0) {
+    en_data->cb_status = zem::repeat_call;
+    return;
+  }
+  *retval = 2.0 * *x;
+}
+
+TEST(CallbackChain, MarshalRepeatsRestoresTheModeAndDeliversTheValue) {
+  // c05ay's chain reached directly.  The guard calls through only in mode 1;
+  // the marshal layer turns a refusal into a repeat in mode 1, hands the
+  // value back to the caller's place and restores the caller's mode.
+  static int user_calls;
   auto user = [](const double *x, int64_t *, double *) {
-    ++calls;
+    ++user_calls;
     return *x * 2.0;
   };
-  double x = 1.5, v = 0.0;
-  int64_t iuser = 0;
-  double ruser = 0.0;
-  const int64_t status = c05ayf_marshal_fh_(c05ayf_internal_fh_, &ed, reinterpret_cast<zem_routine>(+user), &x, &v,
-                                            &iuser, &ruser);
-  EXPECT_EQ(status, 0);
-  EXPECT_EQ(calls, 1);
-  EXPECT_EQ(v, 3.0);
-  EXPECT_EQ(ed.cb_mode, 0);
-  EXPECT_EQ(ed.cb_status, 0);
+  struct {
+    const char *what;
+    c05ay_f_adaptor adaptor;
+    int32_t mode;
+    int refusals;
+    int want_user_calls, want_stand_in_calls;
+  } cases[] = {
+      {"Fortran adaptor, mode 1", c05ayf_fh_, 1, 0, 1, 0},
+      {"Fortran adaptor, mode 0 (not guarded)", c05ayf_fh_, 0, 0, 1, 0},
+      {"guard, mode 1", c05ayf_internal_fh_, 1, 0, 1, 0},
+      {"guard, mode 0: refused, repeated", c05ayf_internal_fh_, 0, 0, 1, 0},
+      {"other adaptor", stand_in, 0, 0, 0, 1},
+      {"other adaptor, two refusals", stand_in, 7, 2, 0, 3},
+  };
+  for (const auto &c : cases) {
+    engine_data ed;
+    y90haan_(&ed);
+    ed.cb_mode = c.mode;
+    user_calls = stand_in_calls = 0;
+    stand_in_refusals = c.refusals;
+    const double x = 1.5;
+    double v = 0.0;
+    int64_t iuser = 0;
+    double ruser = 0.0;
+    const int64_t status =
+        c05ayf_marshal_fh_(c.adaptor, &ed, reinterpret_cast<zem_routine>(+user), &x, &v, &iuser, &ruser);
+    EXPECT_EQ(status, 0) << c.what;
+    EXPECT_EQ(v, 3.0) << c.what;
+    EXPECT_EQ(user_calls, c.want_user_calls) << c.what;
+    EXPECT_EQ(stand_in_calls, c.want_stand_in_calls) << c.what;
+    EXPECT_EQ(ed.cb_mode, c.mode) << c.what;
+    EXPECT_EQ(ed.cb_status, 0) << c.what;
+  }
 }
 
 }  // namespace
