@@ -33,5 +33,7 @@ int main(void) {
   printf("%s\nerrnum %lld\n", fail.message, (long long)fail.errnum);
   g05skc(5, 0.0, 1.0, NULL, x, &fail);
   printf("%s\n", fail.message);
+  g05skc(5, 0.0, 1.0, state, NULL, &fail);
+  printf("%s\n", fail.message);
   return 0;
 }
