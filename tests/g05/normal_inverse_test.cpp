@@ -23,7 +23,7 @@ bool same_bits(double a, double b) { return std::memcmp(&a, &b, sizeof a) == 0; 
 // Accuracy is checked through g01fa against mpmath; here the values that
 // only the kernel sees.  r = 0 is replaced by 2.225073858507202e-308:
 // Q = -/+37.519379347144...
-TEST(NormalInverse, GuardValuesCentreAndNotANumber) {
+TEST(NormalInverse, GuardValuesCentreNotANumberAndSymmetry) {
   EXPECT_NEAR(normal_inverse(0.0), -37.5193793471445, 1e-12);
   EXPECT_TRUE(same_bits(normal_inverse(0.0), -normal_inverse(1.0)));
   EXPECT_TRUE(same_bits(normal_inverse(-0.0), normal_inverse(0.0)));
@@ -31,10 +31,7 @@ TEST(NormalInverse, GuardValuesCentreAndNotANumber) {
   EXPECT_TRUE(std::isfinite(normal_inverse(std::numeric_limits<double>::denorm_min())));
   EXPECT_TRUE(same_bits(normal_inverse(0.5), 0.0));
   EXPECT_TRUE(std::isnan(normal_inverse(std::nan(""))));
-}
-
-TEST(NormalInverse, OddAboutOneHalfForDyadicArguments) {
-  // p and 1 - p both exact: the kernel forms the same r on both sides.
+  // Odd about 1/2 where p and 1 - p are both exact: the same r on both sides.
   for (int k = 1; k <= 50; ++k) {
     const double p = std::ldexp(1.0, -k) * 0.75;
     EXPECT_TRUE(same_bits(normal_inverse(1.0 - p), -normal_inverse(p))) << p;
