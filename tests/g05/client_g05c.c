@@ -58,8 +58,6 @@ int main(void) {
   show("corrupted, g05kkc", &fail);
   printf("state unchanged: %s\n", memcmp(state, copy, sizeof state) ? "no" : "yes");
 
-  /* A Mersenne Twister state without working room generates but does not
-   * skip ahead. */
   lstate = 700;
   g05kfc(Zem_MersenneTwister, 0, seed, 1, state, &lstate, &fail);
   printf("\nMersenne Twister with lstate 700: state(1) = %ld, code %d\n", (long)state[0], fail.code);

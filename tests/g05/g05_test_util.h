@@ -36,9 +36,8 @@ struct caller {
 
   outcome done() {
     outcome o{ifail, 0, {}};
-    if (ifail == 0) return o;
     std::vector<std::string> f(1);
-    for (int i = 1; i < 199 && errbuf[i] != '\0'; ++i) {
+    for (int i = 1; ifail != 0 && i < 199 && errbuf[i] != '\0'; ++i) {
       if (errbuf[i] == '\x01') f.emplace_back();
       else f.back() += errbuf[i];
     }

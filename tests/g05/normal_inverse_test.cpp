@@ -44,14 +44,12 @@ std::vector<double> test_uniforms() {
   std::uniform_real_distribution<double> u(0.0, 1.0);
   std::vector<double> v;
   for (int i = 0; i < 100003; ++i) v.push_back(u(g));
-  for (double s : {0.0, 1.0, -0.0, 0.5, 0.075, 0.925, 1e-300, 1e-20, 1.0 - 0x1p-53, 0x1p-1074, 2.0, -1.0})
-    v.push_back(s);
+  v.insert(v.end(), {0.0, 1.0, -0.0, 0.5, 0.075, 0.925, 1e-300, 1e-20, 1.0 - 0x1p-53, 0x1p-1074, 2.0, -1.0,
+                     std::nan(""), std::numeric_limits<double>::infinity()});
   for (double b : {0.075, 0.925, std::exp(-25.0), 1.0 - std::exp(-25.0)}) {
     v.push_back(std::nextafter(b, 0.0));
     v.push_back(std::nextafter(b, 1.0));
   }
-  v.push_back(std::nan(""));
-  v.push_back(std::numeric_limits<double>::infinity());
   // Far-tail values inside whole SIMD groups and at chunk edges.
   for (int i = 0; i < 40; ++i) v.insert(v.begin() + 250 + i, 1e-15 * (i + 1));
   return v;

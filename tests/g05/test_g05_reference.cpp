@@ -1,7 +1,7 @@
 // Exactness of the six base generators, under every kernel set, against the
 // Python-integer reference (tools/g05_reference_data.py): sequences from g05kf
-// seeding and states after large skips.  (The file's MT19937 and MRG32k3a
-// records come from the same Python cores, so the sequences cover them.)
+// seeding, the published MT19937 and MRG32k3a sequences, and states after
+// large skips.
 #include <gtest/gtest.h>
 
 #include <algorithm>
@@ -19,8 +19,7 @@ using namespace g05test;
 
 namespace {
 
-// One record of the data file (its header describes each kind); the tests
-// read sequences and skips, whose ints are the generator's own words.
+// One record of the data file (its header describes each kind).
 struct record {
   std::string kind, label, op;
   int64_t genid = 0, subid = 0, draws = 0, n = 0;
@@ -100,6 +99,25 @@ TEST(G05Reference, SequencesFromSeeding) {
   }
 }
 
+// The cores from the published starting points: MT19937 with its 624 words
+// as the reference initialisation from 5489 sets them (the 10000th output is
+// 4123659995), and MRG32k3a with 12345 in all six words (the blocked kernels
+// are in the longer sequences above).
+TEST(G05Reference, PublishedSequences) {
+  const std::vector<record> words = read("words");
+  ASSERT_TRUE(words.size() >= 2 && words[0].label == "mt-init-5489" && words[1].label == "mt-out-5489");
+  std::vector<int64_t> mt = make_state(3, 0, {1}), out;
+  std::copy(words[0].ints.begin(), words[0].ints.end(), mt.begin() + 4);
+  mt[628] = 624;
+  for (double u : draw(mt, 10000)) out.push_back(static_cast<int64_t>((u - 0x1p-33) * 0x1p32));
+  EXPECT_EQ(first_difference(std::vector<int64_t>(out.begin(), out.begin() + 1000), words[1].ints), -1);
+  EXPECT_EQ(out[9999], 4123659995);
+  const std::vector<uint64_t> ref = read("published").at(0).values;
+  std::vector<int64_t> mrg = make_state(6, 0, {1});
+  std::fill(mrg.begin() + 4, mrg.begin() + 10, 12345);
+  EXPECT_EQ(first_difference(bits_of(draw(mrg, 1000)), ref), -1);
+}
+
 // States after g05kj(2^40), g05kj(2^62) and g05kk(100), from a fresh state
 // and after five draws: the generator's own words and the values that follow.
 TEST(G05Reference, LargeSkipsMatchIndependentComputation) {
@@ -117,9 +135,8 @@ TEST(G05Reference, LargeSkipsMatchIndependentComputation) {
   }
 }
 
-// CMakeLists.txt runs this file's tests once more under each forced kernel
-// set (ZEM_G05_ISA): the set asked for, when the processor runs it, is the
-// one in use.
+// CMakeLists.txt reruns this file under each forced kernel set (ZEM_G05_ISA):
+// the set asked for, when the processor runs it, is the one in use.
 TEST(G05Kernels, ForcedSetIsInUse) {
   const char *forced = std::getenv("ZEM_G05_ISA");
   if (forced != nullptr && zem::g05::kernels_named(forced) != nullptr) {
