@@ -27,7 +27,8 @@ const generator_case generators[] = {
     {"mrg32k3a", 6, 0, {5}, true},
 };
 
-std::vector<int64_t> fresh(const generator_case &g, int64_t drawn) {
+// A state of g after `drawn` values.
+std::vector<int64_t> state_after(const generator_case &g, int64_t drawn) {
   std::vector<int64_t> state = make_state(g.genid, g.subid, g.seed);
   draw(state, drawn);
   return state;
@@ -48,7 +49,7 @@ TEST(G05Streams, SkipAheadEqualsDrawing) {
     for (int64_t before : {0, 5, 623, 624}) {
       for (int64_t n : {0, 1, 2, 1000, 1000000}) {
         SCOPED_TRACE(std::string(g.name) + " before " + std::to_string(before) + " n " + std::to_string(n));
-        std::vector<int64_t> skipped = fresh(g, before), drawn = skipped;
+        std::vector<int64_t> skipped = state_after(g, before), drawn = skipped;
         ASSERT_EQ(c.kj(n, skipped.data()).ifail, 0);
         draw(drawn, n);
         if (g.genid != 3) {
@@ -59,21 +60,21 @@ TEST(G05Streams, SkipAheadEqualsDrawing) {
     }
     for (int64_t n = 0; n <= 62; n += (n < 12 ? 1 : 10)) {
       SCOPED_TRACE(std::string(g.name) + " 2^" + std::to_string(n));
-      std::vector<int64_t> a = fresh(g, 3), b = a;
+      std::vector<int64_t> a = state_after(g, 3), b = a;
       ASSERT_EQ(c.kk(n, a.data()).ifail, 0);
       ASSERT_EQ(c.kj(int64_t{1} << n, b.data()).ifail, 0);
       EXPECT_EQ(a, b);
     }
     for (int64_t n : {63, 99, 100, 101, 150, 1000}) {
       SCOPED_TRACE(std::string(g.name) + " 2^" + std::to_string(n) + " twice");
-      std::vector<int64_t> a = fresh(g, 7), b = a;
+      std::vector<int64_t> a = state_after(g, 7), b = a;
       ASSERT_EQ(c.kk(n, a.data()).ifail, 0);
       ASSERT_EQ(c.kk(n, a.data()).ifail, 0);
       ASSERT_EQ(c.kk(n + 1, b.data()).ifail, 0);
       EXPECT_EQ(draw(a, 50), draw(b, 50));
     }
   }
-  std::vector<int64_t> a = fresh(generators[2], 7), b = a;
+  std::vector<int64_t> a = state_after(generators[2], 7), b = a;
   ASSERT_EQ(c.kk(19937 + 40, a.data()).ifail, 0);
   ASSERT_EQ(c.kk(40, b.data()).ifail, 0);
   EXPECT_EQ(draw(a, 50), draw(b, 50));
@@ -97,7 +98,7 @@ TEST(G05Streams, LeapFrogGivesEveryNthValue) {
       for (const kn &p : cases) {
         SCOPED_TRACE(std::string(g.name) + " k " + std::to_string(p.k) + " of " + std::to_string(p.n) + " after " +
                      std::to_string(before) + (p.nested ? " nested" : ""));
-        std::vector<int64_t> base = fresh(g, before), leap = base;
+        std::vector<int64_t> base = state_after(g, before), leap = base;
         ASSERT_EQ(c.kh(p.n, p.k, leap.data()).ifail, 0);
         if (p.nested) {
           ASSERT_EQ(c.kh(4, 3, leap.data()).ifail, 0);
