@@ -26,12 +26,12 @@ int main(void) {
 
   g05skc(-3, 0.0, 1.0, state, x, &fail);
   printf("%s\nerrnum %lld\n", fail.message, (long long)fail.errnum);
-  g05skc(5, 0.0, -4.0, state, x, &fail);
-  printf("%s\nerrnum %lld\n", fail.message, (long long)fail.errnum);
   state[16] = 0; /* break the trailing check word */
   g05skc(5, 0.0, 1.0, state, x, &fail);
   printf("%s\nerrnum %lld\n", fail.message, (long long)fail.errnum);
   g05skc(5, 0.0, 1.0, NULL, x, &fail);
+  printf("%s\n", fail.message);
+  g05skc(5, 0.0, 1.0, state, NULL, &fail);
   printf("%s\n", fail.message);
   return 0;
 }

@@ -17,9 +17,6 @@ program client_g05sk
   ifail = -1
   call g05skf(-1_int64, 0.0_real64, 1.0_real64, state, x, ifail)
   write (*, '(a,i0)') 'ifail = ', ifail
-  ifail = 1
-  call g05skf(4_int64, 0.0_real64, -1.0_real64, state, x, ifail)
-  write (*, '(a,i0)') 'ifail = ', ifail
   state(1) = 5
   ifail = -1
   call g05skf(4_int64, 0.0_real64, 1.0_real64, state, x, ifail)
