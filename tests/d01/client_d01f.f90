@@ -40,12 +40,6 @@ program client_d01f
               iuser, ruser, cpuser, ifail)
   write (*, '(a,i0,a,i0)') 'quiet: ifail = ', ifail, ', n = ', iinfo(1)
 
-  ! ifail = 7 behaves as 1.
-  ifail = 7
-  call d01rjf(f, 0.0_real64, 1.0_real64, 0.0_real64, 1.0e-10_real64, 3_int64, result, abserr, rinfo, iinfo, &
-              iuser, ruser, cpuser, ifail)
-  write (*, '(a,i0)') 'ifail 7: ifail = ', ifail
-
   ! Noisy soft failure: the iflag stop on the second call.
   iuser = [0_int64, 2_int64]
   ifail = -1
