@@ -16,23 +16,17 @@ struct caller {
   engine_data ed;
   double x, y, c[10] = {}, tolx;
   int64_t ir, ind = 1, status = 0;
+  int evaluations = 0;
   char errbuf[zem::errbuf_len] = {};
   caller(double x0, double y0, double tol, int64_t r) : x(x0), y(y0), tolx(tol), ir(r) { y90haan_(&ed); }
   void enter(double fx) { c05azfn_(&ed, &x, &y, &fx, &tolx, &ir, c, &ind, errbuf, &status); }
 };
 
-struct outcome {
-  double x, y;
-  int64_t status;
-  int evaluations;
-};
-
 // Drives c05azfn_ as a caller would, from ind = 1.
-outcome solve(const std::function<double(double)> &f, double x, double y, double tolx, int64_t ir) {
+caller solve(const std::function<double(double)> &f, double x, double y, double tolx, int64_t ir) {
   caller k(x, y, tolx, ir);
-  int n = 0;
-  for (k.enter(0.0); k.ind != 0 && n <= 500; ++n) k.enter(f(k.x));
-  return {k.x, k.y, k.status, n};
+  for (k.enter(0.0); k.ind != 0 && k.evaluations <= 500; ++k.evaluations) k.enter(f(k.x));
+  return k;
 }
 
 TEST(C05az, ZerosAgainstClosedForms) {
@@ -51,7 +45,7 @@ TEST(C05az, ZerosAgainstClosedForms) {
   };
   for (const auto &c : cases) {
     for (int64_t ir : {0, 1, 2}) {
-      const outcome r = solve(c.f, c.a, c.b, 1e-12, ir);
+      const caller r = solve(c.f, c.a, c.b, 1e-12, ir);
       SCOPED_TRACE(std::string(c.what) + " ir " + std::to_string(ir));
       EXPECT_EQ(r.status, 0);
       // The bracket [x,y] holds the zero, and it is as narrow as the
@@ -95,12 +89,9 @@ TEST(C05az, InitialEntryWithBothValuesKnown) {
     caller k(0.0, 1.0, 1e-8, 1);
     k.ind = -1;
     k.enter(fx);
-    if (fx < 0) {
-      EXPECT_EQ(k.status, 1);
-      EXPECT_EQ(k.ind, 0);
-    } else {
-      EXPECT_EQ(k.status, 0);
-      EXPECT_EQ(k.ind, 4);
+    EXPECT_EQ(k.status, fx < 0 ? 1 : 0);
+    EXPECT_EQ(k.ind, fx < 0 ? 0 : 4);
+    if (fx > 0) {
       EXPECT_EQ(k.x, 1.0);
       k.enter(0.0);
       EXPECT_EQ(k.ind, 0);
@@ -111,16 +102,16 @@ TEST(C05az, InitialEntryWithBothValuesKnown) {
 
 TEST(C05az, ExitsAndTheBracketLeft) {
   // An exact zero at a starting point ends at once, with y = x.
-  const outcome left = solve([](double x) { return x; }, 0.0, 1.0, 1e-8, 0);
+  const caller left = solve([](double x) { return x; }, 0.0, 1.0, 1e-8, 0);
   EXPECT_EQ(left.status, 0);
   EXPECT_EQ(left.x, 0.0);
   EXPECT_EQ(left.y, 0.0);
   EXPECT_EQ(left.evaluations, 1);
-  const outcome right = solve([](double x) { return x - 1.0; }, 0.0, 1.0, 1e-8, 0);
+  const caller right = solve([](double x) { return x - 1.0; }, 0.0, 1.0, 1e-8, 0);
   EXPECT_EQ(right.x, 1.0);
   EXPECT_EQ(right.evaluations, 2);
   // The "too small" exit leaves the last bracket, down to adjacent doubles.
-  const outcome tight = solve([](double x) { return x * x - 2.0; }, 1.0, 2.0, 1e-30, 2);
+  const caller tight = solve([](double x) { return x * x - 2.0; }, 1.0, 2.0, 1e-30, 2);
   EXPECT_EQ(tight.status, 5);
   EXPECT_LE(std::fabs(tight.x - tight.y), 2 * std::nextafter(std::numbers::sqrt2, 2.0) - 2 * std::numbers::sqrt2);
 }

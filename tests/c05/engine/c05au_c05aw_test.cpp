@@ -2,7 +2,7 @@
 // 154 test problems of Alefeld, Potra and Shi from the midpoint of each
 // bracket (zeros from mpmath, bench/c05/aps_roots.inc), eta, the user stop,
 // the evaluation limit; null arguments of all four C entries, and the
-// reverse-communication entries handing on to each other.
+// error-control members of c05axc.
 #include <gtest/gtest.h>
 
 #include <zem.h>
@@ -16,12 +16,13 @@
 namespace {
 
 // A user function of the C interface that calls a C++ callable through
-// comm->p and counts the calls.
+// comm->p and counts the calls; near and cont run c05auc and c05awc with it.
 struct user_f {
   std::function<double(double)> f;
-  int64_t calls = 0;
-  int64_t stop_at = 0;  // set comm->flag = 7 at this call (0: never)
+  int64_t calls = 0, stop_at = 0;  // stop_at: set comm->flag = 7 at this call (0: never)
   Zem_Comm comm{0, nullptr, nullptr, nullptr};
+  Zem_Fail fail = ZEM_FAIL_INIT;
+  double x = 0.0;
 
   explicit user_f(std::function<double(double)> g) : f(std::move(g)) { comm.p = this; }
   static double call(double x, Zem_Comm *comm) {
@@ -29,25 +30,17 @@ struct user_f {
     if (++u->calls == u->stop_at) comm->flag = 7;
     return u->f(x);
   }
+  user_f &near(double x0, double h, double eps, double eta, double lo, double hi) {
+    x = x0;
+    c05auc(&x, h, eps, eta, call, lo, hi, &comm, &fail);
+    return *this;
+  }
+  user_f &cont(double x0, double eps, double eta, int64_t nfmax) {
+    x = x0;
+    c05awc(&x, eps, eta, call, nfmax, &comm, &fail);
+    return *this;
+  }
 };
-
-struct result {
-  double x;
-  int code;
-  int64_t calls;
-};
-
-result near_point(user_f &u, double x, double h, double eps, double eta, double lo, double hi) {
-  Zem_Fail fail = ZEM_FAIL_INIT;
-  c05auc(&x, h, eps, eta, user_f::call, lo, hi, &u.comm, &fail);
-  return {x, fail.code, u.calls};
-}
-
-result continuation(user_f &u, double x, double eps, double eta, int64_t nfmax) {
-  Zem_Fail fail = ZEM_FAIL_INIT;
-  c05awc(&x, eps, eta, user_f::call, nfmax, &u.comm, &fail);
-  return {x, fail.code, u.calls};
-}
 
 // Within the tolerance of the zero (the core stops with a bracket of
 // half-width eps, x at one end), or an exact zero of f in floating point.
@@ -63,46 +56,52 @@ TEST(C05a, SolveTheTestProblemsFromTheMidpoint) {
   int n = 0;
   for (const aps::problem &p : aps::problems()) {
     ++n;
+    SCOPED_TRACE(testing::Message() << "family " << p.family << " n " << p.n);
     user_f u([&p](double x) { return aps::f(p, x); }), w(u.f);
-    const result r = near_point(u, 0.5 * (p.a + p.b), (p.b - p.a) / 10, 1e-12, 0.0, p.a, p.b);
-    EXPECT_EQ(r.code, NE_NOERROR) << "c05auc family " << p.family << " n " << p.n;
-    EXPECT_TRUE(solved(p, r.x)) << "c05auc family " << p.family << " n " << p.n << " x " << r.x;
-    const result s = continuation(w, 0.5 * (p.a + p.b), 1e-12, 0.0, 1000);
+    const user_f &r = u.near(0.5 * (p.a + p.b), (p.b - p.a) / 10, 1e-12, 0.0, p.a, p.b);
+    EXPECT_EQ(r.fail.code, NE_NOERROR) << "c05auc";
+    EXPECT_TRUE(solved(p, r.x)) << "c05auc x " << r.x;
+    const user_f &s = w.cont(0.5 * (p.a + p.b), 1e-12, 0.0, 1000);
     EXPECT_LE(s.calls, 1000);
-    EXPECT_EQ(s.code, p.family == 13 ? NE_TOO_MANY_CALLS : NE_NOERROR) << "c05awc family " << p.family << " n " << p.n;
+    EXPECT_EQ(s.fail.code, p.family == 13 ? NE_TOO_MANY_CALLS : NE_NOERROR) << "c05awc";
     if (p.family != 13) {
-      EXPECT_TRUE(solved(p, s.x)) << "c05awc family " << p.family << " n " << p.n << " x " << s.x;
+      EXPECT_TRUE(solved(p, s.x)) << "c05awc x " << s.x;
     }
   }
   EXPECT_EQ(n, 154);
 }
 
 TEST(C05a, EtaAndTheUserStop) {
-  // |f(x0)| < eta: x0 is accepted after one call.
-  user_f a([](double x) { return x - 0.3; }), b(a.f);
-  const result ra = near_point(a, 0.0, 0.1, 1e-12, 0.5, -1.0, 1.0);
-  EXPECT_EQ(ra.code, NE_NOERROR);
-  EXPECT_EQ(ra.x, 0.0);
-  EXPECT_EQ(ra.calls, 1);
-  const result rb = continuation(b, 0.0, 1e-12, 0.5, 100);
-  EXPECT_EQ(rb.code, NE_NOERROR);
-  EXPECT_EQ(rb.calls, 1);
-  // The flag set at a call ends the solve right after it.
-  user_f u([](double x) { return x - 0.37; }), w([](double x) { return std::atan(x); });
-  u.stop_at = 3;
-  w.stop_at = 2;
-  const result su = near_point(u, 0.0, 0.1, 1e-12, 0.0, -1.0, 1.0), sw = continuation(w, 10.0, 1e-12, 0.0, 100);
-  EXPECT_EQ(su.code, NE_USER_STOP);
-  EXPECT_EQ(su.calls, 3);
-  EXPECT_EQ(sw.code, NE_USER_STOP);
-  EXPECT_EQ(sw.calls, 2);
+  // |f(x0)| < eta accepts x0 after one call; the flag set at a call ends the
+  // solve right after it.
+  struct {
+    const char *what;
+    bool aw;
+    double x0, eta;
+    int64_t stop_at;
+    int code;
+    int64_t calls;
+  } cases[] = {{"c05auc eta", false, 0.0, 0.5, 0, NE_NOERROR, 1},
+               {"c05awc eta", true, 0.0, 0.5, 0, NE_NOERROR, 1},
+               {"c05auc stop", false, 0.0, 0.0, 3, NE_USER_STOP, 3},
+               {"c05awc stop", true, 10.0, 0.0, 2, NE_USER_STOP, 2}};
+  for (const auto &t : cases) {
+    user_f u([](double x) { return std::atan(x - 0.3); });
+    u.stop_at = t.stop_at;
+    const user_f &r = t.aw ? u.cont(t.x0, 1e-12, t.eta, 100) : u.near(t.x0, 0.1, 1e-12, t.eta, -1, 1);
+    EXPECT_EQ(r.fail.code, t.code) << t.what;
+    EXPECT_EQ(r.calls, t.calls) << t.what;
+    if (t.eta > 0) {
+      EXPECT_EQ(r.x, t.x0) << t.what;
+    }
+  }
 }
 
 TEST(C05aw, CallLimitAndInternalScale) {
   for (int64_t nfmax : {1, 2, 30, 200}) {
     user_f u([](double x) { return x * x + 1.0; });
-    const result r = continuation(u, 1.0, 1e-12, 0.0, nfmax);
-    EXPECT_EQ(r.code, NE_TOO_MANY_CALLS);
+    const user_f &r = u.cont(1.0, 1e-12, 0.0, nfmax);
+    EXPECT_EQ(r.fail.code, NE_TOO_MANY_CALLS);
     EXPECT_EQ(r.calls, nfmax);
     if (nfmax >= 30) {
       EXPECT_NEAR(r.x, 0.0, 0.5);  // the point with the smallest |f| found
@@ -111,14 +110,14 @@ TEST(C05aw, CallLimitAndInternalScale) {
   // A flat f: one start value, then two derivative values at each of five
   // scales.
   user_f flat([](double) { return 1.0; });
-  const result r = continuation(flat, 2.0, 1e-12, 0.0, 1000);
-  EXPECT_EQ(r.code, NE_BAD_INTERNAL_SCALE);
+  const user_f &r = flat.cont(2.0, 1e-12, 0.0, 1000);
+  EXPECT_EQ(r.fail.code, NE_BAD_INTERNAL_SCALE);
   EXPECT_EQ(r.calls, 11);
   // f constant left of 0 (family 14 of the test set): the derivative
   // appears only once the increment reaches across.
   user_f step([](double x) { return x >= 0 ? x / 1.5 + std::sin(x) - 1.0 : -1.0; });
-  const result s = continuation(step, -3.0, 1e-12, 0.0, 1000);
-  EXPECT_EQ(s.code, NE_NOERROR);
+  const user_f &s = step.cont(-3.0, 1e-12, 0.0, 1000);
+  EXPECT_EQ(s.fail.code, NE_NOERROR);
   EXPECT_NEAR(s.x, 0.6238065189616123, 2e-12);
 }
 
@@ -159,27 +158,11 @@ TEST(C05a, NullArgumentsOfTheCEntries) {
   EXPECT_EQ(u.calls, 0);
 }
 
-TEST(C05a, ReverseCommunicationCEntries) {
-  // c05avc finds the bracket, c05azc solves on it, started with ind = -1
-  // from the values the search left.
-  double x = 0.0, y = 0.0, fx = 0.0, c[12], cz[10];
-  int64_t ind = 1;
-  Zem_Fail fail = ZEM_FAIL_INIT;
-  auto f = [](double t) { return std::exp(-t) - t; };
-  auto search = [&] { return c05avc(&x, fx, 0.25, -10.0, 10.0, &y, c, &ind, &fail), ind != 0; };
-  while (search()) fx = f(x);
-  ASSERT_EQ(fail.code, NE_NOERROR);
-  cz[0] = c[0];
-  ind = -1;
-  auto solve = [&] { return c05azc(&x, &y, fx, 1e-13, Zem_Absolute, cz, &ind, &fail), ind != 0; };
-  while (solve()) fx = f(x);
-  EXPECT_EQ(fail.code, NE_NOERROR);
-  EXPECT_NEAR(x, 0.5671432904097838, 2e-13);
-
-  // c05axc with each error-control member, on a jump through zero at z
-  // that the final solve can only bracket: the error is up to the bound of
-  // that member, tol * max(wr |z|, wa), which tells absolute control apart
-  // at z = 1000 and relative control at z = 1e-3.
+TEST(C05a, ErrorControlMembersOfC05axc) {
+  // A jump through zero at z, which the final solve can only bracket: the
+  // error is up to the bound of each member, tol * max(wr |z|, wa), which
+  // tells absolute control apart at z = 1000 and relative control at
+  // z = 1e-3.
   struct {
     Zem_ErrorControl ir;
     double wr, wa;
@@ -188,12 +171,12 @@ TEST(C05a, ReverseCommunicationCEntries) {
     for (double z : {1000.0, 1e-3}) {
       const double tol = z > 1 ? 1e-6 : 1e-3;
       auto jump = [z](double t) { return t > z ? 2.0 + (t - z) : -1.0 + (t - z); };
-      double xc = z + 1.3, cc[36];
-      fx = 0.0;
-      ind = 1;
-      while (c05axc(&xc, fx, tol, m.ir, 1e-7, cc, &ind, &fail), ind != 0) fx = jump(xc);
+      double x = z + 1.3, fx = 0.0, c[36];
+      int64_t ind = 1;
+      Zem_Fail fail = ZEM_FAIL_INIT;
+      while (c05axc(&x, fx, tol, m.ir, 1e-7, c, &ind, &fail), ind != 0) fx = jump(x);
       EXPECT_EQ(fail.code, NE_NOERROR) << m.ir << " z " << z;
-      EXPECT_LE(std::fabs(xc - z), 2 * tol * std::max(m.wr * z, m.wa)) << m.ir << " z " << z;
+      EXPECT_LE(std::fabs(x - z), 2 * tol * std::max(m.wr * z, m.wa)) << m.ir << " z " << z;
     }
   }
 }

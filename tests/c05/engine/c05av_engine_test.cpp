@@ -21,32 +21,28 @@ namespace slot = zem::c05av;
 const double nan = std::numeric_limits<double>::quiet_NaN();
 const double inf = std::numeric_limits<double>::infinity();
 
-// One caller of c05avfn_: its arguments and state array between entries.
+// One caller of c05avfn_: its arguments and state array between entries,
+// and the points at which a search asked for f, in order.
 struct caller {
   double c[slot::state_len] = {}, x = 0.0, y = 0.0, h = 0.1, lo = -1.0, hi = 1.0;
   char eb[zem::errbuf_len] = {};
   int64_t ind = 1, status = 0;
+  std::vector<double> points;
   void enter(double fx) { c05avfn_(nullptr, &x, &fx, &h, &lo, &hi, &y, c, &ind, eb, &status); }
-};
-
-struct outcome {
-  int64_t status;
-  c05test::record rec;
-  double x, y, fy;
-  std::vector<double> points;  // every point at which f was asked for, in order
+  c05test::record rec() const { return parse(eb); }
 };
 
 // A complete search; with start_known the first entry passes f(x) (ind = -1).
-outcome search(const std::function<double(double)> &f, double x, double h, double lo, double hi,
-               bool start_known = false) {
+caller search(const std::function<double(double)> &f, double x, double h, double lo, double hi,
+              bool start_known = false) {
   caller k;
-  k.x = x, k.h = h, k.lo = lo, k.hi = hi;
-  k.ind = start_known ? -1 : 1;
-  std::vector<double> points;
-  for (k.enter(start_known ? f(x) : 0.0); k.ind != 0; k.enter(f(k.x))) points.push_back(k.x);
-  return {k.status, parse(k.eb), k.x, k.y, k.c[slot::f_prev], points};
+  k.x = x, k.h = h, k.lo = lo, k.hi = hi, k.ind = start_known ? -1 : 1;
+  for (k.enter(start_known ? f(x) : 0.0); k.ind != 0; k.enter(f(k.x))) k.points.push_back(k.x);
+  return k;
 }
 
+// The edge cases of the checks, and their order; the client programs show
+// the plain violations with their messages.
 TEST(C05av, ArgumentChecksReportTheFirstViolation) {
   struct {
     const char *what;
@@ -54,26 +50,22 @@ TEST(C05av, ArgumentChecksReportTheFirstViolation) {
     int64_t detail;
     std::vector<std::string> values;
   } cases[] = {
-      {"boundl > boundu", 0.5, 0.1, 1.0, 0.0, 1002, {"1.0", "0.0"}},
       {"zero-width interval", 0.0, 0.1, 0.0, 0.0, 1002, {"0.0", "0.0"}},
       {"NaN bound", 0.0, 0.1, nan, 1.0, 1002, {"nan", "1.0"}},
       {"order: bounds before x", 7.0, nan, 1.0, 0.0, 1002, {"1.0", "0.0"}},
       {"x above boundu", 2.0, 0.1, 0.0, 1.0, 1003, {"2.0", "0.0", "1.0"}},
-      {"x NaN", nan, 0.1, 0.0, 1.0, 1003, {"nan", "0.0", "1.0"}},
       {"x infinite", inf, 0.1, 0.0, 1.0, 1003, {"inf", "0.0", "1.0"}},
-      {"x+h and x-h outside", 0.5, 2.0, 0.0, 1.0, 1004, {"0.5", "2.0", "0.0", "1.0"}},
       {"h NaN", 0.5, nan, 0.0, 1.0, 1004, {"0.5", "nan", "0.0", "1.0"}},
       {"h infinite", 0.5, inf, 0.0, 1.0, 1004, {"0.5", "inf", "0.0", "1.0"}},
-      {"h zero", 0.5, 0.0, 0.0, 1.0, 1005, {"0.5", "0.0"}},
       {"h below the spacing at x", 1.0, 1e-17, 0.0, 2.0, 1005, {"1.0", "1e-17"}},
       {"x infinite with infinite bound", inf, 1.0, 0.0, inf, 1005, {"inf", "1.0"}},
   };
   for (const auto &t : cases) {
     for (bool known : {false, true}) {
-      const outcome o = search([](double) { return 1.0; }, t.x, t.h, t.lo, t.hi, known);
+      const caller o = search([](double) { return 1.0; }, t.x, t.h, t.lo, t.hi, known);
       EXPECT_EQ(o.status, 1) << t.what;
-      EXPECT_EQ(o.rec.detail, t.detail) << t.what;
-      EXPECT_EQ(o.rec.values, t.values) << t.what;
+      EXPECT_EQ(o.rec().detail, t.detail) << t.what;
+      EXPECT_EQ(o.rec().values, t.values) << t.what;
       EXPECT_TRUE(o.points.empty()) << t.what;
     }
   }
@@ -124,11 +116,11 @@ TEST(C05av, TheWalkAndItsBracket) {
   };
   for (const auto &t : cases) {
     for (bool known : {false, true}) {
-      const outcome o = search(t.f, t.x0, t.h, t.lo, t.hi, known);
+      const caller o = search(t.f, t.x0, t.h, t.lo, t.hi, known);
       ASSERT_EQ(o.status, 0) << t.what;
       EXPECT_NEAR(o.x, t.x, 1e-15) << t.what;
       EXPECT_NEAR(o.y, t.y, 1e-15) << t.what;
-      EXPECT_EQ(o.fy, t.f(o.y)) << t.what;
+      EXPECT_EQ(o.c[slot::f_prev], t.f(o.y)) << t.what;
       ASSERT_EQ(o.points.size() + known, t.npoints) << t.what;
       for (size_t i = known; i < t.points.size(); ++i) EXPECT_NEAR(o.points[i - known], t.points[i], 1e-15) << t.what;
       if (!o.points.empty()) {
@@ -150,15 +142,15 @@ TEST(C05av, SearchesThatFindNoSignChange) {
                {"NaN everywhere", nan, 0.0, 0.5, -1.0, 1.0, 445},
                {"refined step that cannot move x", 1.0, 1.0, 3e-16, 0.0, 2.0, 201}};
   for (const auto &t : cases) {
-    const outcome o = search([&](double) { return t.f; }, t.x0, t.h, t.lo, t.hi);
+    const caller o = search([&](double) { return t.f; }, t.x0, t.h, t.lo, t.hi);
     EXPECT_EQ(o.status, 3) << t.what;
-    EXPECT_EQ(o.rec.detail, 1006) << t.what;
-    EXPECT_TRUE(o.rec.values.empty()) << t.what;
+    EXPECT_EQ(o.rec().detail, 1006) << t.what;
+    EXPECT_TRUE(o.rec().values.empty()) << t.what;
     EXPECT_EQ(o.x, t.x0) << t.what;  // back at the start for a restart
     EXPECT_EQ(o.points.size(), t.npoints) << t.what;
   }
   // Each refined sweep starts in the other direction.
-  const outcome o = search([](double) { return 1.0; }, 0.0, 0.5, -1.0, 1.0);
+  const caller o = search([](double) { return 1.0; }, 0.0, 0.5, -1.0, 1.0);
   EXPECT_EQ(o.points[1], 0.5);
   EXPECT_EQ(o.points[5], -0.05);
   EXPECT_DOUBLE_EQ(o.points[45], 0.005);
@@ -191,13 +183,12 @@ TEST(C05av, ChangedStateIsCaught) {
     EXPECT_EQ(k.ind, 0) << t.what;
     EXPECT_EQ(parse(k.eb).detail, 1007) << t.what;
   }
-  // Re-entry after the search has ended (an exact zero at the start).
+  // Re-entry after a search has ended with a sign change.
   caller k;
-  k.ind = -1;
-  k.enter(0.0);
+  for (double fx : {0.0, 1.0, -1.0}) k.enter(fx);
   ASSERT_EQ(k.ind, 0);
   k.ind = 3;
-  k.enter(0.0);
+  k.enter(-1.0);
   EXPECT_EQ(k.status, 3);
   EXPECT_EQ(parse(k.eb).detail, 1007);
 }

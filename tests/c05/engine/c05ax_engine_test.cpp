@@ -24,30 +24,24 @@ namespace slot = zem::c05ax;
 const double nan = std::numeric_limits<double>::quiet_NaN();
 const double inf = std::numeric_limits<double>::infinity();
 
-// One caller of c05axfn_: its arguments and state array between entries.
+// One caller of c05axfn_: its arguments and state array between entries,
+// and the requests of a solve, in order.
 struct caller {
   double c[slot::state_len] = {}, x = 0.0, tol = 1e-10, scal = 1e-8;
   int64_t ir = 1, ind = 1, status = 0;
   char eb[zem::errbuf_len] = {};
+  std::vector<int64_t> requests;
   void enter(double fx) { c05axfn_(nullptr, &x, &fx, &tol, &ir, &scal, c, &ind, eb, &status); }
+  c05test::record rec() const { return parse(eb); }
+  size_t evals() const { return requests.size(); }
 };
 
-struct outcome {
-  int64_t status;
-  c05test::record rec;
-  double x;
-  int evals;
-  std::vector<int64_t> requests;
-};
-
-outcome solve(const std::function<double(double)> &f, double x, double tol = 1e-12, int64_t ir = 1,
-              double scal = 0x1p-26, bool start_known = false) {
+caller solve(const std::function<double(double)> &f, double x, double tol = 1e-12, int64_t ir = 1,
+             double scal = 0x1p-26, bool start_known = false) {
   caller k;
-  k.x = x, k.tol = tol, k.ir = ir, k.scal = scal;
-  k.ind = start_known ? -1 : 1;
-  std::vector<int64_t> requests;
-  for (k.enter(start_known ? f(x) : 0.0); k.ind != 0; k.enter(f(k.x))) requests.push_back(k.ind);
-  return {k.status, parse(k.eb), k.x, static_cast<int>(requests.size()), requests};
+  k.x = x, k.tol = tol, k.ir = ir, k.scal = scal, k.ind = start_known ? -1 : 1;
+  for (k.enter(start_known ? f(x) : 0.0); k.ind != 0; k.enter(f(k.x))) k.requests.push_back(k.ind);
+  return k;
 }
 
 // The functions of tests/c05/data/continuation_zeros.txt.
@@ -82,7 +76,7 @@ TEST(C05ax, ReachesTheReferenceZeros) {
     ++n;
     for (int64_t ir : {0, 1, 2}) {
       const double tol = 1e-10;
-      const outcome o = solve(functions.at(name), start, tol, ir);
+      const caller o = solve(functions.at(name), start, tol, ir);
       ASSERT_EQ(o.status, 0) << name << " ir " << ir;
       const double wr = ir == 1 ? 0.0 : 1.0, wa = ir == 2 ? 0.0 : 1.0;
       // With relative control at a zero at 0 the bound is the spacing there.
@@ -95,34 +89,32 @@ TEST(C05ax, ReachesTheReferenceZeros) {
   RecordProperty("worst_relative_error", std::to_string(worst));
 }
 
-TEST(C05ax, RequestCodesFollowThePhases) {
-  const outcome o = solve(functions.at("cubic"), 0.0);
+TEST(C05ax, RequestCodesAndExactZeros) {
+  const caller o = solve(functions.at("cubic"), 0.0);
   ASSERT_EQ(o.status, 0);
   ASSERT_GE(o.requests.size(), 3u);
   EXPECT_EQ(o.requests[0], 2);
   EXPECT_EQ(o.requests[1], 3);
   for (size_t i = 2; i < o.requests.size(); ++i) EXPECT_EQ(o.requests[i], 4);
   // f(x0) passed on the first entry (ind = -1) saves exactly that call.
-  const outcome a = solve(functions.at("tanh_minus_half"), -3.0);
-  const outcome b = solve(functions.at("tanh_minus_half"), -3.0, 1e-12, 1, 0x1p-26, true);
+  const caller a = solve(functions.at("tanh_minus_half"), -3.0);
+  const caller b = solve(functions.at("tanh_minus_half"), -3.0, 1e-12, 1, 0x1p-26, true);
   ASSERT_EQ(b.status, 0);
   EXPECT_EQ(a.x, b.x);
-  EXPECT_EQ(a.evals, b.evals + 1);
-}
-
-TEST(C05ax, ExactZerosEndAtOnce) {
-  EXPECT_EQ(solve([](double x) { return x - 2.0; }, 2.0).evals, 1);
-  // f(x0 + scal) = 0.
+  EXPECT_EQ(a.evals(), b.evals() + 1);
+  // Exact zeros end at once: at x0, and at x0 + scal.
+  EXPECT_EQ(solve([](double x) { return x - 2.0; }, 2.0).evals(), 1u);
   const double s = 0x1p-20;
-  const outcome o = solve([s](double x) { return x == 1.0 + s ? 0.0 : x - 1.0 - s; }, 1.0, 1e-12, 1, s);
-  EXPECT_EQ(o.status, 0);
-  EXPECT_EQ(o.x, 1.0 + s);
-  EXPECT_EQ(o.evals, 2);
+  const caller z = solve([s](double x) { return x == 1.0 + s ? 0.0 : x - 1.0 - s; }, 1.0, 1e-12, 1, s);
+  EXPECT_EQ(z.status, 0);
+  EXPECT_EQ(z.x, 1.0 + s);
+  EXPECT_EQ(z.evals(), 2u);
 }
 
 // Argument checks: ind first (its admissible values depend on whether a
 // request is outstanding), then tol and ir on every entry, then scal on an
-// initial entry.
+// initial entry.  The client programs show the plain violations with their
+// messages.
 TEST(C05ax, ArgumentChecksReportTheFirstViolation) {
   struct {
     const char *what;
@@ -133,7 +125,6 @@ TEST(C05ax, ArgumentChecksReportTheFirstViolation) {
     int64_t status, detail;
     std::vector<std::string> values;
   } cases[] = {
-      {"ind 0 without a solve", 0, 1.0, 1e-8, 0, 1e-8, 2, 1001, {"0"}},
       {"ind 4 without a solve", 4, 1.0, 1e-8, 0, 1e-8, 2, 1001, {"4"}},
       {"ind before tol", 7, 1.0, -1.0, 0, 1e-8, 2, 1001, {"7"}},
       {"tol zero", 1, 1.0, 0.0, 0, 1e-8, 1, 1003, {"0.0"}},
@@ -165,21 +156,16 @@ TEST(C05ax, IndAndIrDuringASolve) {
   caller k;
   k.enter(0.0);
   ASSERT_EQ(k.ind, 2);
-  // A bad ind while a request is outstanding uses the intermediate wording.
-  for (int64_t bad : {0, 5, -2}) {
+  // While a request is outstanding a bad ind uses the intermediate wording;
+  // ind = 1 restarts a solve, always allowed.
+  for (int64_t ind : {0, 5, -2, 1}) {
     caller j = k;
-    j.ind = bad;
+    j.ind = ind;
     j.enter(0.0);
-    EXPECT_EQ(j.status, 2);
-    EXPECT_EQ(j.ind, 0);
-    EXPECT_EQ(parse(j.eb).detail, 1002);
+    EXPECT_EQ(j.status, ind == 1 ? 0 : 2) << ind;
+    EXPECT_EQ(j.ind, ind == 1 ? 2 : 0) << ind;
+    EXPECT_EQ(parse(j.eb).detail, ind == 1 ? 0 : 1002) << ind;
   }
-  // ind = 1 instead restarts a solve: always allowed.
-  caller j = k;
-  j.ind = 1;
-  j.enter(0.0);
-  EXPECT_EQ(j.status, 0);
-  EXPECT_EQ(j.ind, 2);
   // ir changed during a solve ends it; the next entry needs ind = -1 or 1.
   k.enter(-1.0);
   ASSERT_EQ(k.ind, 3);
@@ -197,10 +183,14 @@ TEST(C05ax, IndAndIrDuringASolve) {
 // Failures of the method: status, detail and the point returned in x.
 TEST(C05ax, FailuresOfTheMethod) {
   const double s = 1e-8, d = 0x1p-26;
-  auto root2 = [](double x) { return x * x - 2.0; };
+  using fn = std::function<double(double)>;
+  const fn root2 = [](double x) { return x * x - 2.0; };
+  // A number only at x0 = 1 and x0 +- scal: every step of both branches
+  // gives NaN, down to the resolution of x.
+  const fn only_here = [s](double x) { return (x == 1.0 || x == 1.0 + s || x == 1.0 - s) ? x : nan; };
   struct {
     const char *what;
-    std::function<double(double)> f;
+    fn f;
     double x0, tol, scal;
     bool start_known;
     int64_t status, detail;
@@ -208,35 +198,29 @@ TEST(C05ax, FailuresOfTheMethod) {
   } cases[] = {
       // f(+-scal) - f(0) = scal^2, far below the rounding of f.
       {"no significant derivative", root2, 0.0, 1e-10, s, false, 3, 1006, 0.0, 0.0},
-      {"no derivative from values that are not numbers", [](double x) { return x == 0.0 ? 1.0 : nan; }, 0.0,
-       1e-12, d, false, 3, 1006, 0.0, 0.0},
+      {"no derivative from NaN values", [](double x) { return x == 0.0 ? 1.0 : nan; }, 0, 1e-12, d, 0, 3, 1006, 0, 0},
       {"f(x0) not a number: no path", [](double) { return nan; }, 1.0, 1e-10, s, true, 4, 1007, 1.0, 0.0},
-      // Every step of both branches gives NaN, down to the resolution of x.
-      {"no step away", [s](double x) { return (x == 1.0 || x == 1.0 + s || x == 1.0 - s) ? x : nan; }, 1.0, 1e-10,
-       s, false, 4, 1007, 1.0, 0.0},
+      {"no step away", only_here, 1.0, 1e-10, s, false, 4, 1007, 1.0, 0.0},
       // The path passes the minimum at 0 and rises both ways; x is the point
-      // with the smallest |f|.
-      {"path lost at a minimum of |f|", [](double x) { return x * x + 1.0; }, 1.0, 1e-12, d, false, 5, 1008, 0.0,
-       1e-4},
-      // A zero of even multiplicity shows no sign change: lost too, but the
-      // best point is the zero to within the rounding of f.
-      {"path lost at a double zero", [](double x) { return (x - 1.0) * (x - 1.0); }, 3.0, 1e-12, d, false, 5, 1008,
-       1.0, 1e-6},
+      // with the smallest |f|.  At a zero of even multiplicity that is the
+      // zero, to within the rounding of f.
+      {"path lost at a minimum of |f|", [](double x) { return x * x + 1.0; }, 1.0, 1e-12, d, 0, 5, 1008, 0.0, 1e-4},
+      {"path lost at a double zero", [](double x) { return (x - 1) * (x - 1); }, 3.0, 1e-12, d, 0, 5, 1008, 1, 1e-6},
       // The derivative points straddle the pole: the core converges to it.
-      {"final problem across a pole", [](double x) { return 1.0 / (x - 0.5); }, 0.5 - s / 2, 1e-12, s, false, 6,
-       1009, 0.5, 1e-8},
+      {"final problem across a pole", [](double x) { return 1 / (x - 0.5); }, 0.5 - s / 2, 1e-12, s, 0, 6, 1009, 0.5,
+       1e-8},
       // No double makes x^2 - 2 vanish: the core runs into the rounding limit.
       {"final problem beyond machine accuracy", root2, 3.0, 1e-30, d, false, 6, 1010, std::sqrt(2.0), 4e-16},
   };
   for (const auto &t : cases) {
-    const outcome o = solve(t.f, t.x0, t.tol, 1, t.scal, t.start_known);
+    const caller o = solve(t.f, t.x0, t.tol, 1, t.scal, t.start_known);
     EXPECT_EQ(o.status, t.status) << t.what;
-    EXPECT_EQ(o.rec.detail, t.detail) << t.what;
+    EXPECT_EQ(o.rec().detail, t.detail) << t.what;
     EXPECT_NEAR(o.x, t.x, t.x_tol) << t.what;
   }
-  const outcome o = solve(root2, 0.0, 1e-10, 1, s);
-  EXPECT_EQ(o.rec.values, (std::vector<std::string>{"0.0", "1e-08"}));
-  EXPECT_EQ(o.evals, 3);
+  const caller o = solve(root2, 0.0, 1e-10, 1, s);
+  EXPECT_EQ(o.rec().values, (std::vector<std::string>{"0.0", "1e-08"}));
+  EXPECT_EQ(o.evals(), 3u);
 }
 
 // State changes between calls that the routine catches (detail 1011).
