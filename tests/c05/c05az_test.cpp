@@ -1,6 +1,6 @@
-// The reverse-communication core c05az and the direct solver c05ay, at the
-// engine level: zeros against closed forms, and every exit of the state
-// machine.
+// The reverse-communication core c05az at the engine level: zeros against
+// closed forms, the argument checks, and the exits of the state machine that
+// the client programs (c05_statuses.c, .f90) do not reach.
 #include <gtest/gtest.h>
 
 #include <cmath>
@@ -11,27 +11,22 @@
 
 namespace {
 
-struct outcome {
-  double x, y;
-  int64_t status;
-  int evaluations;
+// One caller of c05azfn_: its arguments and state array between entries.
+struct caller {
+  engine_data ed;
+  double x, y, c[10] = {}, tolx;
+  int64_t ir, ind = 1, status = 0;
+  int evaluations = 0;
+  char errbuf[zem::errbuf_len] = {};
+  caller(double x0, double y0, double tol, int64_t r) : x(x0), y(y0), tolx(tol), ir(r) { y90haan_(&ed); }
+  void enter(double fx) { c05azfn_(&ed, &x, &y, &fx, &tolx, &ir, c, &ind, errbuf, &status); }
 };
 
 // Drives c05azfn_ as a caller would, from ind = 1.
-outcome solve(const std::function<double(double)> &f, double x, double y, double tolx, int64_t ir) {
-  engine_data ed;
-  y90haan_(&ed);
-  char errbuf[zem::errbuf_len] = {};
-  double c[10] = {}, fx = 0.0;
-  int64_t ind = 1, status = 0;
-  int n = 0;
-  for (;;) {
-    c05azfn_(&ed, &x, &y, &fx, &tolx, &ir, c, &ind, errbuf, &status);
-    if (ind == 0) break;
-    fx = f(x);
-    if (++n > 500) break;
-  }
-  return {x, y, status, n};
+caller solve(const std::function<double(double)> &f, double x, double y, double tolx, int64_t ir) {
+  caller k(x, y, tolx, ir);
+  for (k.enter(0.0); k.ind != 0 && k.evaluations <= 500; ++k.evaluations) k.enter(f(k.x));
+  return k;
 }
 
 TEST(C05az, ZerosAgainstClosedForms) {
@@ -50,7 +45,7 @@ TEST(C05az, ZerosAgainstClosedForms) {
   };
   for (const auto &c : cases) {
     for (int64_t ir : {0, 1, 2}) {
-      const outcome r = solve(c.f, c.a, c.b, 1e-12, ir);
+      const caller r = solve(c.f, c.a, c.b, 1e-12, ir);
       SCOPED_TRACE(std::string(c.what) + " ir " + std::to_string(ir));
       EXPECT_EQ(r.status, 0);
       // The bracket [x,y] holds the zero, and it is as narrow as the
@@ -62,81 +57,63 @@ TEST(C05az, ZerosAgainstClosedForms) {
   }
 }
 
-TEST(C05az, EveryExitOfTheStateMachine) {
-  auto pole = [](double x) { return 1.0 / (x - 0.5); };
-  auto square = [](double x) { return x * x - 2.0; };
-  auto positive = [](double x) { return x * x + 1.0; };
-  EXPECT_EQ(solve(pole, 0.0, 1.0, 1e-10, 0).status, 4);
-  EXPECT_EQ(solve(square, 1.0, 2.0, 1e-30, 1).status, 5);
-  EXPECT_EQ(solve(positive, -1.0, 1.0, 1e-10, 0).status, 1);
-  // The "too small" exit leaves the last bracket, down to adjacent doubles.
-  const outcome tight = solve(square, 1.0, 2.0, 1e-30, 2);
-  EXPECT_EQ(tight.status, 5);
-  EXPECT_LE(std::fabs(tight.x - tight.y), 2 * std::nextafter(std::numbers::sqrt2, 2.0) - 2 * std::numbers::sqrt2);
-}
-
 TEST(C05az, ArgumentChecksOnEveryEntryAndInOrder) {
-  engine_data ed;
-  y90haan_(&ed);
-  char errbuf[zem::errbuf_len];
-  double c[10] = {}, x = 0, y = 1, fx = 0;
   struct {
     int64_t ind;
     double tolx;
     int64_t ir;
     int64_t status;
   } cases[] = {
-      {0, 1e-5, 0, 2}, {5, -1.0, 7, 2}, {-2, 1e-5, 0, 2},       // ind first
-      {1, 0.0, 7, 3}, {1, -1e-5, 0, 3},                          // then tolx
-      {1, 1e-5, -1, 3}, {1, 1e-5, 3, 3},                         // then ir, negative too
-      {1, std::nan(""), 0, 0},                                   // a NaN tolx passes
+      {0, 1e-5, 0, 2}, {5, -1.0, 7, 2}, {-2, 1e-5, 0, 2},  // ind first
+      {1, 0.0, 7, 3}, {1, -1e-5, 0, 3},                     // then tolx
+      {1, 1e-5, -1, 3}, {1, 1e-5, 3, 3},                    // then ir, negative too
+      {1, std::nan(""), 0, 0},                              // a NaN tolx passes
   };
-  for (const auto &k : cases) {
-    int64_t ind = k.ind, status = -5;
-    c05azfn_(&ed, &x, &y, &fx, &k.tolx, &k.ir, c, &ind, errbuf, &status);
-    EXPECT_EQ(status, k.status) << k.ind << " " << k.tolx << " " << k.ir;
-    if (k.status != 0) {
-      EXPECT_EQ(ind, 0);
+  for (const auto &t : cases) {
+    caller k(0.0, 1.0, t.tolx, t.ir);
+    k.ind = t.ind;
+    k.status = -5;
+    k.enter(0.0);
+    EXPECT_EQ(k.status, t.status) << t.ind << " " << t.tolx << " " << t.ir;
+    if (t.status != 0) {
+      EXPECT_EQ(k.ind, 0);
     }
   }
 }
 
 TEST(C05az, InitialEntryWithBothValuesKnown) {
-  // ind = -1 with f(y) = 0: no exact-zero test of f(y); with f(x) < 0 the
-  // sign test fails, with f(x) > 0 it converges at the first iteration.
-  engine_data ed;
-  y90haan_(&ed);
-  char errbuf[zem::errbuf_len];
-  const double tolx = 1e-8;
-  const int64_t ir = 1;
-  for (double fxv : {-1.0, 1.0}) {
-    double x = 0.0, y = 1.0, c[10] = {0.0}, fx = fxv;
-    int64_t ind = -1, status = 0;
-    c05azfn_(&ed, &x, &y, &fx, &tolx, &ir, c, &ind, errbuf, &status);
-    if (fxv < 0) {
-      EXPECT_EQ(status, 1);
-      EXPECT_EQ(ind, 0);
-    } else {
-      EXPECT_EQ(status, 0);
-      EXPECT_EQ(ind, 4);  // the final evaluation at the converged point
-      EXPECT_EQ(x, 1.0);
-      fx = 0.0;
-      c05azfn_(&ed, &x, &y, &fx, &tolx, &ir, c, &ind, errbuf, &status);
-      EXPECT_EQ(ind, 0);
-      EXPECT_EQ(status, 0);
+  // ind = -1 with f(y) = 0 in c[0]: no exact-zero test of f(y); with
+  // f(x) < 0 the sign test fails, with f(x) > 0 the first iteration
+  // converges and asks for the final evaluation at y.
+  for (double fx : {-1.0, 1.0}) {
+    caller k(0.0, 1.0, 1e-8, 1);
+    k.ind = -1;
+    k.enter(fx);
+    EXPECT_EQ(k.status, fx < 0 ? 1 : 0);
+    EXPECT_EQ(k.ind, fx < 0 ? 0 : 4);
+    if (fx > 0) {
+      EXPECT_EQ(k.x, 1.0);
+      k.enter(0.0);
+      EXPECT_EQ(k.ind, 0);
+      EXPECT_EQ(k.status, 0);
     }
   }
 }
 
-TEST(C05az, ExactZeroAtAStartingPointEndsAtOnce) {
-  const outcome left = solve([](double x) { return x; }, 0.0, 1.0, 1e-8, 0);
+TEST(C05az, ExitsAndTheBracketLeft) {
+  // An exact zero at a starting point ends at once, with y = x.
+  const caller left = solve([](double x) { return x; }, 0.0, 1.0, 1e-8, 0);
   EXPECT_EQ(left.status, 0);
   EXPECT_EQ(left.x, 0.0);
   EXPECT_EQ(left.y, 0.0);
   EXPECT_EQ(left.evaluations, 1);
-  const outcome right = solve([](double x) { return x - 1.0; }, 0.0, 1.0, 1e-8, 0);
+  const caller right = solve([](double x) { return x - 1.0; }, 0.0, 1.0, 1e-8, 0);
   EXPECT_EQ(right.x, 1.0);
   EXPECT_EQ(right.evaluations, 2);
+  // The "too small" exit leaves the last bracket, down to adjacent doubles.
+  const caller tight = solve([](double x) { return x * x - 2.0; }, 1.0, 2.0, 1e-30, 2);
+  EXPECT_EQ(tight.status, 5);
+  EXPECT_LE(std::fabs(tight.x - tight.y), 2 * std::nextafter(std::numbers::sqrt2, 2.0) - 2 * std::numbers::sqrt2);
 }
 
 }  // namespace

@@ -25,36 +25,24 @@ static void show(const char *what, const Zem_Fail *fail) {
 
 static void near(const char *what, double x, double h, double eps, Zem_C05AU_Fun f, double lo, double hi) {
   Zem_Fail fail = ZEM_FAIL_INIT;
-  int64_t count = 0;
-  Zem_Comm comm = {0, NULL, NULL, NULL};
-  comm.iuser = &count;
-  c05auc(&x, h, eps, 0.0, f, lo, hi, &comm, &fail);
+  c05auc(&x, h, eps, 0.0, f, lo, hi, NULL, &fail);
   show(what, &fail);
 }
 
 static void cont(const char *what, double x, double eps, Zem_C05AW_Fun f, int64_t nfmax) {
   Zem_Fail fail = ZEM_FAIL_INIT;
-  int64_t count = 0;
-  Zem_Comm comm = {0, NULL, NULL, NULL};
-  comm.iuser = &count;
-  c05awc(&x, eps, 0.0, f, nfmax, &comm, &fail);
+  c05awc(&x, eps, 0.0, f, nfmax, NULL, &fail);
   show(what, &fail);
 }
 
-/* A search; after `after` returns, ind is replaced by new_ind (or the
- * refinement counter c[4] by 9 when new_ind is 0). */
+/* A search; after `after` returns, the refinement counter c[4] is set to 9. */
 static void search(const char *what, double x, double h, double lo, double hi, Zem_C05AU_Fun f, int64_t ind,
-                   int after, int64_t new_ind) {
+                   int after) {
   Zem_Fail fail = ZEM_FAIL_INIT;
   double y = 0.0, fx = 0.0, c[12] = {0};
   int k;
   for (k = 0;; ++k) {
-    if (k == after) {
-      if (new_ind != 0)
-        ind = new_ind;
-      else
-        c[4] = 9.0;
-    }
+    if (k == after) c[4] = 9.0;
     c05avc(&x, fx, h, lo, hi, &y, c, &ind, &fail);
     if (ind == 0) break;
     fx = f(x, NULL);
@@ -70,12 +58,8 @@ static void rcont(const char *what, double x, double tol, Zem_ErrorControl ir, d
   double fx = 0.0, c[36] = {0};
   int k;
   for (k = 0;; ++k) {
-    if (k == after) {
-      if (new_ind != 0)
-        ind = new_ind;
-      else
-        c[7] = 0.5;
-    }
+    if (k == after && new_ind != 0) ind = new_ind;
+    if (k == after && new_ind == 0) c[7] = 0.5;
     c05axc(&x, fx, tol, ir, scal, c, &ind, &fail);
     if (ind == 0) break;
     fx = f(x, NULL);
@@ -105,14 +89,13 @@ int main(void) {
   show("x null", &fail);
 
   printf("==== c05avc\n");
-  search("ind", 0.0, 0.1, -1.0, 1.0, cubic, 7, -1, 0);
-  search("boundl < boundu", 0.0, 0.1, 1.0, -1.0, cubic, 1, -1, 0);
-  search("boundl <= x <= boundu", NAN, 0.1, -1.0, 1.0, cubic, 1, -1, 0);
-  search("x+h or x-h inside", 0.0, 3.0, -1.0, 1.0, cubic, 1, -1, 0);
-  search("h large enough", 0.5, 0.0, -1.0, 1.0, cubic, 1, -1, 0);
-  search("no interval", 0.0, 0.5, -1.0, 1.0, no_zero, 1, -1, 0);
-  search("state changed", 0.0, 0.1, -1.0, 1.0, no_zero, 1, 2, 0);
-  search("ind changed", 0.0, 0.1, -1.0, 1.0, no_zero, 1, 2, 2);
+  search("ind", 0.0, 0.1, -1.0, 1.0, cubic, 7, -1);
+  search("boundl < boundu", 0.0, 0.1, 1.0, -1.0, cubic, 1, -1);
+  search("boundl <= x <= boundu", NAN, 0.1, -1.0, 1.0, cubic, 1, -1);
+  search("x+h or x-h inside", 0.0, 3.0, -1.0, 1.0, cubic, 1, -1);
+  search("h large enough", 0.5, 0.0, -1.0, 1.0, cubic, 1, -1);
+  search("no interval", 0.0, 0.5, -1.0, 1.0, no_zero, 1, -1);
+  search("state changed", 0.0, 0.1, -1.0, 1.0, no_zero, 1, 2);
 
   printf("==== c05awc\n");
   cont("eps", 1.0, NAN, cubic, 10);
