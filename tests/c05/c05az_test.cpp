@@ -42,6 +42,8 @@ TEST(C05az, ZerosAgainstClosedForms) {
       {"(x-1)^5 (odd multiple zero)", [](double x) { return std::pow(x - 1.0, 5); }, 0.0, 3.0, 1.0, 120},
       {"x^3 - 2, bracket reversed", [](double x) { return x * x * x - 2.0; }, 2.0, 0.0, std::cbrt(2.0)},
       {"steep: 1e6 (x - 0.3)", [](double x) { return 1e6 * (x - 0.3); }, 0.0, 1.0, 0.3},
+      // |f| near the zero stays below |f(a)|, though above |f(b)|: no pole.
+      {"jump from -10 to 5", [](double x) { return x < 0.3 ? -10.0 : 5.0 - 4.0 * (x - 0.3) / 0.7; }, 0.0, 1.0, 0.3},
   };
   for (const auto &c : cases) {
     for (int64_t ir : {0, 1, 2}) {

@@ -58,6 +58,7 @@ TEST(C05av, ArgumentChecksReportTheFirstViolation) {
       {"h NaN", 0.5, nan, 0.0, 1.0, 1004, {"0.5", "nan", "0.0", "1.0"}},
       {"h infinite", 0.5, inf, 0.0, 1.0, 1004, {"0.5", "inf", "0.0", "1.0"}},
       {"h below the spacing at x", 1.0, 1e-17, 0.0, 2.0, 1005, {"1.0", "1e-17"}},
+      {"h half the spacing at x: x+h rounds to x", 1.0, 0x1p-53, 0.0, 2.0, 1005, {"1.0", "1.1102230246251565e-16"}},
       {"x infinite with infinite bound", inf, 1.0, 0.0, inf, 1005, {"inf", "1.0"}},
   };
   for (const auto &t : cases) {
@@ -109,7 +110,7 @@ TEST(C05av, TheWalkAndItsBracket) {
       {"a NaN value never ends a bracket",
        [](double x) { return std::fabs(x - 0.4) < 1e-9 ? nan : x - 0.345; }, 0.0, 0.1, 0.0, 1.0, 0.35, 0.34, 46,
        {0.0, 0.1}},
-      {"exact zero at the start", [](double x) { return x; }, 0.0, 0.1, -1.0, 1.0, 0.0, 0.0, 1, {0.0}},
+      {"exact zero at the start", [](double x) { return x - 0.5; }, 0.5, 0.1, -1.0, 1.0, 0.5, 0.5, 1, {0.5}},
       {"exact zero on the mesh", [](double x) { return x - 0.5; }, 0.0, 0.25, -1.0, 1.0, 0.5, 0.5, 3,
        {0.0, 0.25, 0.5}},
       {"infinite bounds", [](double x) { return x - 42.5; }, 0.0, 1.0, -inf, inf, 43.0, 42.0, 44, {0.0, 1.0}},
