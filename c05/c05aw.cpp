@@ -145,8 +145,9 @@ ZEM_INTERNAL void c05awf_fh_(engine_data *, zem_routine f, const double *x, doub
 ZEM_INTERNAL void c05awc_f_helper(engine_data *en_data, zem_routine f, const double *x, double *retval,
                                   int64_t *iuser, double *) {
   Zem_Comm *comm = zem::comm_from(iuser);
+  const zem::comm_watch watch(comm);
   *retval = reinterpret_cast<Zem_C05AW_Fun>(f)(*x, comm);
-  zem::take_user_flag(en_data, comm);
+  watch.take(en_data);
 }
 
 #define C05AW_ARGS(V, A, U)                                                                               \

@@ -117,13 +117,9 @@ inline void report_outcome(const quad_outcome &o, bool iflag_stop, char *errbuf,
   report_failure(o, iflag_stop, errbuf, ifail, epsabs, epsrel, maxsub);
 }
 
-// After the user's vectorised f returned: iflag < 0 asks to stop; a C
-// caller may also stop through comm->flag.
-inline void take_iflag(engine_data *en_data, int64_t iflag, const Zem_Comm *comm) {
-  if (iflag < 0)
-    en_data->cb_status = iflag;
-  else if (comm)
-    zem::take_user_flag(en_data, comm);
+// After the user's vectorised f returned: iflag < 0 asks to stop.
+inline void take_iflag(engine_data *en_data, int64_t iflag) {
+  if (iflag < 0) en_data->cb_status = iflag;
 }
 
 }  // namespace zem::quad
@@ -140,13 +136,15 @@ inline void take_iflag(engine_data *en_data, int64_t iflag, const Zem_Comm *comm
   ZEM_INTERNAL void rtn##f_fh_(engine_data *en_data, zem_routine f, const double *x, const int64_t *nx,    \
                                double *fv, int64_t *iflag, int64_t *iuser, double *ruser, void **cpuser) { \
     reinterpret_cast<Zem_D01_FVecFun>(f)(x, nx, fv, iflag, iuser, ruser, cpuser);                         \
-    zem::quad::take_iflag(en_data, *iflag, nullptr);                                                      \
+    zem::quad::take_iflag(en_data, *iflag);                                                               \
   }                                                                                                        \
   ZEM_INTERNAL void rtn##c_f_helper(engine_data *en_data, zem_routine f, const double *x, const int64_t *nx, \
                                     double *fv, int64_t *iflag, int64_t *iuser, double *, void **) {       \
     Zem_Comm *comm = zem::comm_from(iuser);                                                                \
+    const zem::comm_watch watch(comm);                                                                     \
     reinterpret_cast<Zem_D01_VecFun>(f)(x, *nx, fv, iflag, comm);                                          \
-    zem::quad::take_iflag(en_data, *iflag, comm);                                                         \
+    zem::quad::take_iflag(en_data, *iflag);                                                                \
+    if (en_data->cb_status == 0) watch.take(en_data);                                                      \
   }
 
 // The engine's view of routine rtn's f: one call of the traced callback

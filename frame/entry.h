@@ -58,11 +58,33 @@ void report_f(const char *routine, message_table table, int64_t status, const ch
 // iuser: iuser points at the entry's saved pointer.
 inline Zem_Comm *comm_from(int64_t *iuser) { return *reinterpret_cast<Zem_Comm **>(iuser); }
 
-// After a user function of the C interface returns: a non-zero flag in the
-// comm record asks the engine to stop.
-inline void take_user_flag(engine_data *en_data, const Zem_Comm *comm) {
-  if (comm && __builtin_expect(comm->flag != 0, 0) && comm->flag != repeat_call) en_data->cb_status = comm->flag;
-}
+// The stop request of the C interface.  The comm record belongs to the
+// caller and is handed through untouched: the library never writes to it,
+// and whatever it holds when a routine is called (a record never
+// initialised, the value of an earlier stop, -8888) changes no result.  A
+// user function asks to stop by changing flag, during its own call, to a
+// non-zero value other than -8888; the adaptor compares the flag after the
+// call with its value before it:
+//
+//   Zem_Comm *comm = zem::comm_from(iuser);
+//   const zem::comm_watch watch(comm);
+//   *retval = user_f(*x, comm);
+//   watch.take(en_data);
+class comm_watch {
+ public:
+  explicit comm_watch(const Zem_Comm *comm) : comm_(comm), before_(comm ? comm->flag : 0) {}
+  void take(engine_data *en_data) const {
+    if (comm_ && __builtin_expect(comm_->flag != before_, 0)) changed(en_data);
+  }
+
+ private:
+  [[gnu::cold]] void changed(engine_data *en_data) const {
+    const int64_t now = comm_->flag;
+    if (now != 0 && now != repeat_call) en_data->cb_status = now;
+  }
+  const Zem_Comm *comm_;
+  int64_t before_;
+};
 
 class c_entry {
  public:

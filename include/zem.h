@@ -55,11 +55,18 @@ typedef struct Zem_Fail {
 #define ZEM_FAIL_INIT {0, 0, {0}, NULL, 0, {0, 0}}
 
 /* ---- The comm record ---------------------------------------------------
- * Handed untouched to every user function of the C interface.  user, iuser
- * and p carry the caller's data; a user function may set flag to a non-zero
- * value to stop the routine after the current evaluation (the routine then
- * fails with NE_USER_STOP and reports the value).  The value -8888 is
- * reserved by the library.
+ * Handed untouched to every user function of the C interface: the library
+ * never reads it for any purpose but the stop request below and never
+ * writes to it.  user, iuser and p carry the caller's data.  comm may be
+ * NULL where the caller needs none of this.
+ *
+ * Stopping: a user function asks the routine to stop after the current
+ * evaluation by CHANGING flag, during its own call, to a non-zero value
+ * other than -8888 (reserved by the library); the routine then fails with
+ * NE_USER_STOP and reports the new value.  Whatever flag held before the
+ * routine was called (a record never initialised, the value of an earlier
+ * stop) does not matter and changes no result.  ZEM_COMM_INIT gives a
+ * record with every field zero.
  */
 typedef struct Zem_Comm {
   int64_t flag;
@@ -67,6 +74,7 @@ typedef struct Zem_Comm {
   int64_t *iuser;
   void *p;
 } Zem_Comm;
+#define ZEM_COMM_INIT {0, NULL, NULL, NULL}
 
 /* ---- Name tables ------------------------------------------------------- */
 typedef struct Zem_NameValue {
