@@ -60,7 +60,7 @@ isa choose_isa(const char *forced) {
 const rule_kernels &active_kernels() {
   // Chosen once, on first use, and never changed: the only process-wide
   // value of the chapter, and it is constant after initialisation.
-  static const rule_kernels &k = kernels_for(choose_isa(std::getenv("ZEM_DISPATCH")));
+  static const rule_kernels &k = kernels_for(choose_isa(std::getenv("ZEM_ISA")));
   return k;
 }
 

@@ -6,8 +6,8 @@
 // compiled from one source (quad_kernel.inc) for three processor families,
 // baseline x86-64 (SSE2), AVX2 and AVX-512, and the family is chosen once per
 // process from what the processor supports; the environment variable
-// ZEM_DISPATCH = baseline, avx2 or avx512 forces a family (a family the
-// processor lacks is ignored).
+// ZEM_ISA = baseline, avx2 or avx512 (the one instruction-set switch of the
+// library) forces a family (a family the processor lacks is ignored).
 //
 // All builds give the same bits: the source works on the family's native
 // vectors (2, 4 or 8 doubles), the compiler may not contract a*b+c into a
@@ -62,7 +62,7 @@ const rule_kernels &kernels_for(isa family);
 bool isa_supported(isa family);
 // "baseline", "avx2", "avx512" (any case) -> the family; anything else: none.
 std::optional<isa> parse_isa(std::string_view name);
-// The family to use: `forced` (the value of ZEM_DISPATCH, may be null) if it
+// The family to use: `forced` (the value of ZEM_ISA, may be null) if it
 // names a supported family, else the widest supported.
 isa choose_isa(const char *forced);
 // The kernels of this process, chosen on first use.

@@ -5,7 +5,7 @@
 // time recurrence; they differ only in how many values are in flight:
 // independent lanes, started by jumping ahead within the block, are advanced
 // together without branches.  The set is chosen once per process, the best
-// the processor supports; the environment variable ZEM_G05_ISA (generic,
+// the processor supports; the environment variable ZEM_ISA (baseline,
 // avx2, avx512) forces one, and the tests run every set against the others.
 #pragma once
 

@@ -219,9 +219,9 @@ bool supported(kernel_isa isa) {
 
 kernel_isa choose_isa() {
   __builtin_cpu_init();
-  if (const char *s = std::getenv("ZEM_NORMAL_ISA")) {
+  if (const char *s = std::getenv("ZEM_ISA")) {
     const std::string_view v(s);
-    if (v == "generic") return kernel_isa::generic;
+    if (v == "baseline") return kernel_isa::generic;
     if (v == "avx2" && supported(kernel_isa::avx2)) return kernel_isa::avx2;
     if (v == "avx512" && supported(kernel_isa::avx512)) return kernel_isa::avx512;
   }

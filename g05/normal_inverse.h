@@ -69,8 +69,8 @@ inline double normal_inverse(double p) {
 enum class kernel_isa : int { generic = 0, avx2 = 1, avx512 = 2 };
 
 // The variant chosen for this process: the best one the processor runs,
-// unless the environment variable ZEM_NORMAL_ISA names another one
-// ("generic", "avx2" or "avx512"; a variant the processor lacks is ignored).
+// unless the environment variable ZEM_ISA names another one
+// ("baseline", "avx2" or "avx512"; a variant the processor lacks is ignored).
 kernel_isa normal_inverse_isa();
 
 // x[i] := sd * Q(x[i]) + xmu for i < n, in place, each value formed exactly

@@ -2,7 +2,8 @@
  *
  * A generator's whole state lives in the caller's 64-bit integer array
  * state, filled by g05kf/g05kg and advanced in place by every routine that
- * draws from it; see docs/g05-generators.md for the six base generators
+ * draws from it; the installed page share/doc/zem/g05-generators.md (and
+ * its html/ rendering) describes the six base generators
  * (enumeration Zem_BaseRNG: genid 1 to 6). */
 
 /* g05kf: repeatable initialisation of state from seed[0 .. lseed-1].

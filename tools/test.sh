@@ -6,7 +6,9 @@ set -eu
 cd "$(dirname "$0")/.."
 extra=""
 [ "${ZEM_VALGRIND:-0}" = 1 ] && extra="valgrind"
-. tools/setup.sh $extra
+# The site, its browser check, the Debian packages and the MPI example need
+# these too.
+. tools/setup.sh $extra python3-sphinx python3-myst-parser chromium dpkg-dev libopenmpi-dev openmpi-bin
 dir=build-test
 flags="-DZEM_TESTS=ON -DCMAKE_BUILD_TYPE=Release"
 if [ "${ZEM_SANITIZE:-0}" = 1 ]; then

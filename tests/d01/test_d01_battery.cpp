@@ -154,8 +154,8 @@ TEST(D01Dispatch, EnvironmentChoosesASupportedFamily) {
   EXPECT_EQ(q::choose_isa(nullptr), widest);
   EXPECT_EQ(q::choose_isa("nonsense"), widest);
   EXPECT_EQ(q::choose_isa("avx2"), q::isa_supported(q::isa::avx2) ? q::isa::avx2 : widest);
-  // The process's choice follows ZEM_DISPATCH (the suite runs under each).
-  EXPECT_STREQ(q::active_kernels().name, q::kernels_for(q::choose_isa(std::getenv("ZEM_DISPATCH"))).name);
+  // The process's choice follows ZEM_ISA (the suite runs under each).
+  EXPECT_STREQ(q::active_kernels().name, q::kernels_for(q::choose_isa(std::getenv("ZEM_ISA"))).name);
   std::printf("[ info ] kernel family in use: %s\n", q::active_kernels().name);
 }
 

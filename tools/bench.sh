@@ -1,0 +1,24 @@
+#!/usr/bin/env bash
+# Builds and runs every benchmark program of bench/ (one folder per chapter,
+# all on Google Benchmark through bench/zem_bench.h), then regenerates the
+# tables of docs/benchmarks.md and the charts of docs/figures/ from their
+# JSON with tools/bench_report.py.
+#   bash tools/bench.sh [--benchmark_* options passed to every program]
+# Needs the peers the programs compare with (Debian: libbenchmark-dev,
+# libgsl-dev, libboost-dev) and python3-matplotlib for the charts.
+set -eu
+cd "$(dirname "$0")/.."
+. tools/setup.sh libbenchmark-dev libgsl-dev libboost-dev python3-matplotlib
+cmake -S . -B build-bench -DZEM_TESTS=OFF -DZEM_BENCH=ON -DCMAKE_BUILD_TYPE=Release >/dev/null
+cmake --build build-bench -j"$(nproc)"
+results=()
+for dir in build-bench/bench/*/; do
+  for prog in "$dir"*; do
+    [ -f "$prog" ] && [ -x "$prog" ] || continue
+    name=$(basename "$prog")
+    echo "==== $name"
+    (cd "$dir" && "./$name" "$@")
+    [ -f "$dir$name.json" ] && results+=("$dir$name.json")
+  done
+done
+/usr/bin/python3 tools/bench_report.py "${results[@]}"
