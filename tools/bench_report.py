@@ -39,7 +39,7 @@ def load(path):
         if "/" not in name:
             continue
         items = b.get("items", 1.0) or 1.0
-        ns = b["real_time"] * UNIT.get(b.get("time_unit", "ns"), 1.0) / items
+        ns = b["cpu_time"] * UNIT.get(b.get("time_unit", "ns"), 1.0) / items
         if b.get("run_type") == "iteration":
             runs[name].append(ns)
         m = meta.setdefault(name, {"order": (b.get("family_index", 0), b.get("per_family_instance_index", 0)),
@@ -69,7 +69,7 @@ def section(chapter, files, chart):
         reps = max((len(r) for g in groups.values() for _, r, _ in g), default=0)
         lines += [f"Measured {ctx.get('date', '?')} by `{ctx.get('zem_program', path.stem)}` on "
                   f"{ctx.get('num_cpus', '?')} CPUs at {ctx.get('mhz_per_cpu', '?')} MHz "
-                  f"(Google Benchmark, {reps} repetitions randomly interleaved; medians).", ""]
+                  f"(Google Benchmark, {reps} repetitions randomly interleaved; medians of the CPU time).", ""]
         for group, contenders in groups.items():
             ours = statistics.median(contenders[0][1]) if contenders and contenders[0][1] else None
             counters = sorted({k for _, _, c in contenders for k in c})

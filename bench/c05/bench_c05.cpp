@@ -14,26 +14,28 @@
 //   c05awc   from the midpoint, nfmax = 1000
 //
 // A solve counts as a success when x lies within 2e-12 (plus 4 ulps) of the
-// zero computed with mpmath, or when f(x) is exactly 0.  Times are per
-// solve: each (case, solver) pair runs in batches of `reps` solves, the
-// solvers interleaved case by case, and the median batch is taken.
+// zero computed with mpmath, or when f(x) is exactly 0.  Each solver is
+// checked once on every case first (failures are listed); then Google
+// Benchmark, through the harness of bench/zem_bench.h (repetitions, random
+// interleaving, aggregates, JSON in bench_c05.json), times one pass over the
+// cases of each family and over all cases, per solver, with the counters
+// "evals" (function evaluations per solve) and "failures".
 //
-// Usage: bench_c05 [reps] [batches]      (defaults 20 and 5)
+// Usage: bench_c05 [--benchmark_* options]
 #include <gsl/gsl_errno.h>
 #include <gsl/gsl_roots.h>
 #include <zem.h>
 
 #include <algorithm>
 #include <boost/math/tools/toms748_solve.hpp>
-#include <chrono>
 #include <cmath>
 #include <cstdio>
-#include <cstdlib>
 #include <map>
 #include <string>
 #include <vector>
 
 #include "aps_problems.h"
+#include "zem_bench.h"
 
 namespace {
 
@@ -128,85 +130,63 @@ bool solved(const aps::problem &p, double x) {
 
 struct tally {
   long evals = 0;
-  double seconds = 0.0;  // sum over cases of the median time per solve
   int cases = 0, failures = 0;
 };
 
 }  // namespace
 
 int main(int argc, char **argv) {
-  const int reps = argc > 1 ? std::atoi(argv[1]) : 20;
-  const int batches = argc > 2 ? std::atoi(argv[2]) : 5;
   gsl_set_error_handler_off();
   gsl_solver = gsl_root_fsolver_alloc(gsl_root_fsolver_brent);
   const auto problems = aps::problems();
 
+  // Evaluations and failures, once per case and solver.
+  std::map<int, std::vector<const aps::problem *>> families;
   std::map<int, tally> by_family[nsolvers];
   tally total[nsolvers];
-  std::vector<std::string> failures;
-
   for (const aps::problem &p : problems) {
-    double median[nsolvers];
-    std::vector<double> times[nsolvers];
-    for (int b = 0; b < batches; ++b) {
-      for (int s = 0; s < nsolvers; ++s) {
-        counted k{&p};
-        const auto t0 = std::chrono::steady_clock::now();
-        for (int r = 0; r < reps; ++r) solvers[s].run(k);
-        const auto t1 = std::chrono::steady_clock::now();
-        times[s].push_back(std::chrono::duration<double>(t1 - t0).count() / reps);
-      }
-    }
+    families[p.family].push_back(&p);
     for (int s = 0; s < nsolvers; ++s) {
-      std::sort(times[s].begin(), times[s].end());
-      median[s] = times[s][times[s].size() / 2];
       counted k{&p};
       const outcome o = solvers[s].run(k);
       const bool ok = !o.failed_call && solved(p, o.x);
       for (tally *t : {&by_family[s][p.family], &total[s]}) {
         t->evals += k.calls;
-        t->seconds += median[s];
         ++t->cases;
         t->failures += !ok;
       }
-      if (!ok) {
-        char line[200];
-        std::snprintf(line, sizeof line, "  %-6s family %2d n = %g%s: x = %.17g (zero %.17g), f(x) = %.3g, %ld calls%s",
-                      solvers[s].name, p.family, p.n, p.family == 3 || p.family == 4 ? (" p = " + std::to_string(p.p)).c_str() : "",
-                      o.x, p.root, aps::f(p, o.x), k.calls, o.failed_call ? ", reported a failure" : "");
-        failures.push_back(line);
-      }
+      if (!ok)
+        std::printf("failure: %-6s family %2d n = %g%s: x = %.17g (zero %.17g), f(x) = %.3g, %ld calls%s\n",
+                    solvers[s].name, p.family, p.n,
+                    p.family == 3 || p.family == 4 ? (" p = " + std::to_string(p.p)).c_str() : "", o.x, p.root,
+                    aps::f(p, o.x), k.calls, o.failed_call ? ", reported a failure" : "");
     }
   }
-  gsl_root_fsolver_free(gsl_solver);
 
-  std::printf("Test problems of Alefeld, Potra and Shi: %zu cases, absolute tolerance %g\n", problems.size(), tol);
-  std::printf("(median of %d batches of %d solves per case and solver)\n\n", batches, reps);
-  std::printf("Function evaluations per case (mean) | time per solve in microseconds (mean)\n");
-  std::printf("family cases |");
-  for (const solver &s : solvers) std::printf(" %7s", s.name);
-  std::printf(" |");
-  for (const solver &s : solvers) std::printf(" %7s", s.name);
-  std::printf("\n");
-  for (const auto &[family, t0] : by_family[0]) {
-    std::printf("  %2d   %4d  |", family, t0.cases);
-    for (int s = 0; s < nsolvers; ++s) std::printf(" %7.1f", double(by_family[s][family].evals) / t0.cases);
-    std::printf(" |");
-    for (int s = 0; s < nsolvers; ++s) std::printf(" %7.3f", 1e6 * by_family[s][family].seconds / t0.cases);
-    std::printf("\n");
-  }
-  std::printf("  all  %4d  |", total[0].cases);
-  for (int s = 0; s < nsolvers; ++s) std::printf(" %7.1f", double(total[s].evals) / total[s].cases);
-  std::printf(" |");
-  for (int s = 0; s < nsolvers; ++s) std::printf(" %7.3f", 1e6 * total[s].seconds / total[s].cases);
-  std::printf("\n\nTotal evaluations:");
-  for (int s = 0; s < nsolvers; ++s) std::printf("  %s %ld", solvers[s].name, total[s].evals);
-  std::printf("\nTime ratio c05ay / GSL: %.3f, c05ay / GSL+a: %.3f, c05ay / Boost: %.3f\n",
-              total[0].seconds / total[1].seconds, total[0].seconds / total[5].seconds,
-              total[0].seconds / total[2].seconds);
-  std::printf("\nFailures:");
-  for (int s = 0; s < nsolvers; ++s) std::printf("  %s %d", solvers[s].name, total[s].failures);
-  std::printf("\n");
-  for (const std::string &f : failures) std::printf("%s\n", f.c_str());
-  return 0;
+  // One pass over a list of cases: the time per solve is the time over "items".
+  auto pass = [](int s, const std::vector<const aps::problem *> &cases) {
+    double sum = 0.0;
+    for (const aps::problem *p : cases) {
+      counted k{p};
+      sum += solvers[s].run(k).x;
+    }
+    return sum;
+  };
+  std::vector<const aps::problem *> all;
+  for (const aps::problem &p : problems) all.push_back(&p);
+  for (int s = 0; s < nsolvers; ++s)
+    zem_bench::add("c05 APS all cases", solvers[s].name, static_cast<int64_t>(all.size()),
+                   [&pass, &all, s] { return pass(s, all); },
+                   {{"evals", double(total[s].evals) / total[s].cases}, {"failures", double(total[s].failures)}});
+  for (const auto &[family, cases] : families)
+    for (int s = 0; s < nsolvers; ++s) {
+      const tally &t = by_family[s][family];
+      zem_bench::add("c05 APS family " + std::to_string(family), solvers[s].name, static_cast<int64_t>(cases.size()),
+                     [&pass, &cases, s] { return pass(s, cases); },
+                     {{"evals", double(t.evals) / t.cases}, {"failures", double(t.failures)}})
+          ->MinTime(0.05);
+    }
+  const int status = zem_bench::run(argc, argv, "c05");
+  gsl_root_fsolver_free(gsl_solver);
+  return status;
 }

@@ -1,11 +1,12 @@
 // d01rjc against GSL's gsl_integration_qags: the same integrands, tolerances
 // and subdivision limit, timed side by side in one run.
 //
-//   bench_d01 [samples]
+//   bench_d01 [--benchmark_* options]
 //
-// For each integral the two are timed in alternation, each sample repeating
-// the integral enough times to last about a millisecond; the tables give the
-// median time per integral of each and the ratio of the medians (Zem / GSL).
+// Google Benchmark through the harness of bench/zem_bench.h (repetitions,
+// random interleaving, aggregates, JSON in bench_d01.json): for each
+// integral a group with d01rjc first and GSL second; tools/bench_report.py
+// gives the median time per integral of each and the ratios.
 // The integrands are the same arithmetic in both: GSL calls a scalar
 // function 21 times per rule, Zem a vectorised one once, whose body is the
 // same expression in a loop (integrands.inc).  The cheap integrands are
@@ -18,20 +19,17 @@
 #include <gsl/gsl_integration.h>
 #include <zem.h>
 
-#include <algorithm>
-#include <chrono>
 #include <cmath>
 #include <cstdio>
-#include <cstdlib>
+#include <memory>
 #include <string>
 #include <vector>
 
 #include "battery.h"
 #include "battery_data.h"
+#include "zem_bench.h"
 
 namespace {
-
-using clock_type = std::chrono::steady_clock;
 
 // One integral: the scalar form for GSL and the vectorised form for Zem;
 // `user` is passed to both (the battery's scalar function, or nothing).
@@ -54,7 +52,7 @@ void battery_zem(const double x[], int64_t nx, double fv[], int64_t *, Zem_Comm 
 // Both callers keep their work storage and failure record across calls, as
 // a program that integrates repeatedly would.
 struct runner {
-  const integral &in;
+  integral in;  // a copy: the runner outlives the list it came from
   gsl_integration_workspace *ws;
   std::vector<double> rinfo;
   std::vector<int64_t> iinfo;
@@ -74,36 +72,16 @@ struct runner {
   }
 };
 
-template <typename F>
-double seconds_per_call(F f, int reps) {
-  volatile double sink = 0;
-  const auto t0 = clock_type::now();
-  for (int i = 0; i < reps; ++i) sink = sink + f();
-  return std::chrono::duration<double>(clock_type::now() - t0).count() / reps;
-}
+// The runners live until the benchmarks have run.
+std::vector<std::unique_ptr<runner>> runners;
 
-double median(std::vector<double> v) {
-  std::sort(v.begin(), v.end());
-  return v[v.size() / 2];
-}
-
-struct timing {
-  double zem, gsl;
-};
-
-timing time_integral(const integral &in, int samples) {
-  runner r{in, gsl_integration_workspace_alloc(in.limit), std::vector<double>(4 * in.limit),
-           std::vector<int64_t>(in.limit)};
-  // Repetitions for a sample of about 1 ms.
-  const double once = seconds_per_call([&] { return r.run_gsl(); }, 3);
-  const int reps = std::max(1, static_cast<int>(1e-3 / std::max(once, 1e-8)));
-  std::vector<double> tz, tg;
-  for (int s = 0; s < samples; ++s) {
-    tg.push_back(seconds_per_call([&] { return r.run_gsl(); }, reps));
-    tz.push_back(seconds_per_call([&] { return r.run_zem(); }, reps));
-  }
-  gsl_integration_workspace_free(r.ws);
-  return {median(tz), median(tg)};
+// Registers the integral as a group of two: d01rjc, then GSL.
+void add_integral(const std::string &group, const integral &in, double min_time) {
+  runners.push_back(std::make_unique<runner>(runner{in, gsl_integration_workspace_alloc(in.limit),
+                                                    std::vector<double>(4 * in.limit), std::vector<int64_t>(in.limit)}));
+  runner *r = runners.back().get();
+  zem_bench::add(group, "d01rjc", 1, [r] { return r->run_zem(); })->MinTime(min_time);
+  zem_bench::add(group, "GSL qags", 1, [r] { return r->run_gsl(); })->MinTime(min_time);
 }
 
 }  // namespace
@@ -134,51 +112,33 @@ std::vector<integral> cheap_integrals(double (*e)(double, void *), double (*s)(d
           {"cos(100x) [0,1]", c, cv, nullptr, 0.0, 1.0, 0.0, eps, limit}};
 }
 
-void cheap_table(const char *title, const std::vector<integral> &list, int samples) {
-  std::printf("%s\n\n%-24s %12s %12s %8s\n", title, "integrand", "Zem (ns)", "GSL (ns)", "ratio");
-  for (const auto &in : list) {
-    const timing t = time_integral(in, samples);
-    std::printf("%-24s %12.0f %12.0f %8.3f\n", in.name.c_str(), t.zem * 1e9, t.gsl * 1e9, t.zem / t.gsl);
-  }
-  std::printf("\n");
+void cheap_table(const char *title, const std::vector<integral> &list) {
+  for (const auto &in : list) add_integral(std::string("d01rj ") + title + " " + in.name, in, 0.2);
 }
 
 }  // namespace
 
 int main(int argc, char **argv) {
-  const int samples = argc > 1 ? std::atoi(argv[1]) : 15;
   gsl_set_error_handler_off();
   const double eps = 1e-10;
   const int64_t limit = 100;
-  std::printf("d01rjc against gsl_integration_qags: epsabs 0, epsrel %g, limit %ld; %d samples, medians\n\n",
-              eps, static_cast<long>(limit), samples);
-  cheap_table("Cheap integrands, compiled plainly (-O2)",
+  // Integrals with epsabs 0, epsrel 1e-10, limit 100.
+  cheap_table("plain -O2",
               cheap_integrals(plain::exp_m_x2, plain::inv_sqrt, plain::log_x, plain::cos_100x, plain::exp_m_x2_v,
-                              plain::inv_sqrt_v, plain::log_x_v, plain::cos_100x_v, eps, limit),
-              samples);
-  cheap_table("Cheap integrands, compiled for the vector math library (-O3 -ffast-math -mavx2)",
+                              plain::inv_sqrt_v, plain::log_x_v, plain::cos_100x_v, eps, limit));
+  cheap_table("vector libm",
               cheap_integrals(simd::exp_m_x2, simd::inv_sqrt, simd::log_x, simd::cos_100x, simd::exp_m_x2_v,
-                              simd::inv_sqrt_v, simd::log_x_v, simd::cos_100x_v, eps, limit),
-              samples);
+                              simd::inv_sqrt_v, simd::log_x_v, simd::cos_100x_v, eps, limit));
 
   // The whole battery (finite intervals, its own tolerances and limits).
-  std::printf("The battery of tests/d01/data (finite intervals, each row's tolerances and limit)\n\n");
-  std::printf("%-24s %12s %12s %8s\n", "row", "Zem (ns)", "GSL (ns)", "ratio");
-  double log_sum = 0.0, zem_total = 0.0, gsl_total = 0.0;
-  int rows = 0;
   for (const auto &c : d01test::read_battery(ZEM_TEST_DATA "/qags_battery.txt")) {
     if (c.routine != "qags" || c.limit < 1) continue;
     const integral in{c.name,   battery_gsl, battery_zem, reinterpret_cast<void *>(d01test::battery_function(c.name)),
                       c.a,      c.b,         c.epsabs,    c.epsrel,
                       c.limit};
-    const timing t = time_integral(in, std::max(5, samples / 3));
-    std::printf("%-24s %12.0f %12.0f %8.3f\n", c.name.c_str(), t.zem * 1e9, t.gsl * 1e9, t.zem / t.gsl);
-    log_sum += std::log(t.zem / t.gsl);
-    zem_total += t.zem;
-    gsl_total += t.gsl;
-    ++rows;
+    add_integral("d01rj battery " + c.name, in, 0.05);
   }
-  std::printf("\n%d rows: geometric mean of the ratios %.3f; total time ratio %.3f\n", rows,
-              std::exp(log_sum / rows), zem_total / gsl_total);
-  return 0;
+  const int status = zem_bench::run(argc, argv, "d01");
+  for (auto &r : runners) gsl_integration_workspace_free(r->ws);
+  return status;
 }

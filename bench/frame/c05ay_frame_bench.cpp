@@ -4,8 +4,8 @@
 // callback chain, no fail record), calling the user's function through a
 // pointer as every solver must.  All three make the same evaluations.
 //
-//   build-bench/bench/frame/bench_c05ay_frame --benchmark_repetitions=15
-//       --benchmark_report_aggregates_only=true   (one line)
+//   build-bench/bench/frame/bench_c05ay_frame   (harness of bench/zem_bench.h:
+//       repetitions, random interleaving, aggregates, JSON)
 #include <benchmark/benchmark.h>
 
 #include <algorithm>
@@ -13,6 +13,10 @@
 #include <cstdio>
 
 #include <zem.h>
+
+#include <string>
+
+#include "zem_bench.h"
 
 namespace {
 
@@ -111,8 +115,8 @@ double brent_inline(F f_inline, double a, double b, double eps, double eta, int 
   }
 }
 
-void BM_c05ayc(benchmark::State &state) {
-  const double eta = double(state.range(0));
+void BM_c05ayc(benchmark::State &state, double eta_arg) {
+  const double eta = eta_arg;
   Zem_Fail fail = ZEM_FAIL_INIT;
   Zem_Comm comm = {0, nullptr, nullptr, nullptr};
   double x = 0.0;
@@ -124,8 +128,8 @@ void BM_c05ayc(benchmark::State &state) {
   state.counters["evals/solve"] = double(evaluations) / double(state.iterations());
 }
 
-void BM_c05ayf(benchmark::State &state) {
-  const double a = 0.0, b = 2.0, eps = 1e-12, eta = double(state.range(0));
+void BM_c05ayf(benchmark::State &state, double eta_arg) {
+  const double a = 0.0, b = 2.0, eps = 1e-12, eta = eta_arg;
   int64_t iuser[1] = {0}, ifail = 1;
   double ruser[1] = {0.0}, x = 0.0;
   evaluations = 0;
@@ -140,10 +144,10 @@ void BM_c05ayf(benchmark::State &state) {
 // The inline solve with f called as f_call(x); eta = 10 accepts f(a) at
 // once (one evaluation: the cost of a call without its iteration).
 template <typename F>
-void inline_solve(benchmark::State &state, F f_call) {
+void inline_solve(benchmark::State &state, double eta_arg, F f_call) {
   // The end points are read from volatile storage so that nothing of the
   // solve can be worked out at compile time.
-  volatile double lo = 0.0, hi = 2.0, eta = double(state.range(0));
+  volatile double lo = 0.0, hi = 2.0, eta = eta_arg;
   evaluations = 0;
   for (auto _ : state) {
     int status = 0;
@@ -154,23 +158,23 @@ void inline_solve(benchmark::State &state, F f_call) {
   state.counters["evals/solve"] = double(evaluations) / double(state.iterations());
 }
 
-void BM_inline(benchmark::State &state) {
+void BM_inline(benchmark::State &state, double eta_arg) {
   double (*const f)(double) = f_plain_pointer;
-  inline_solve(state, [f](double x) { return f(x); });
+  inline_solve(state, eta_arg, [f](double x) { return f(x); });
 }
 
-void BM_inline_c(benchmark::State &state) {
+void BM_inline_c(benchmark::State &state, double eta_arg) {
   double (*const f)(double, Zem_Comm *) = f_c_pointer;
   Zem_Comm comm = {0, nullptr, nullptr, nullptr};
-  inline_solve(state, [f, &comm](double x) { return f(x, &comm); });
+  inline_solve(state, eta_arg, [f, &comm](double x) { return f(x, &comm); });
 }
 
-void BM_inline_fortran(benchmark::State &state) {
+void BM_inline_fortran(benchmark::State &state, double eta_arg) {
   double (*const f)(const double *, int64_t *, double *) = f_fortran_pointer;
   int64_t iuser[1] = {0};
   double ruser[1] = {0.0};
   double x_arg = 0.0;  // the solver's x, where the function reads the point
-  inline_solve(state, [&](double x) {
+  inline_solve(state, eta_arg, [&](double x) {
     x_arg = x;
     return f(&x_arg, iuser, ruser);
   });
@@ -178,11 +182,17 @@ void BM_inline_fortran(benchmark::State &state) {
 
 }  // namespace
 
-// Argument: eta.  0 is the solve of the target (10 evaluations); 10 stops
-// at the first evaluation.
-BENCHMARK(BM_inline)->Arg(0)->Arg(10);
-BENCHMARK(BM_inline_c)->Arg(0)->Arg(10);
-BENCHMARK(BM_c05ayc)->Arg(0)->Arg(10);
-BENCHMARK(BM_inline_fortran)->Arg(0)->Arg(10);
-BENCHMARK(BM_c05ayf)->Arg(0)->Arg(10);
-BENCHMARK_MAIN();
+// eta = 0: the solve of the target (10 evaluations); eta = 10 stops at the
+// first evaluation.  Groups for tools/bench_report.py: ours (the entries)
+// first, then the frameless iterations.
+int main(int argc, char **argv) {
+  for (const double eta : {0.0, 10.0}) {
+    const std::string group = eta == 0.0 ? "c05ay frame, full solve" : "c05ay frame, first evaluation";
+    benchmark::RegisterBenchmark((group + "/c05ayc").c_str(), BM_c05ayc, eta);
+    benchmark::RegisterBenchmark((group + "/c05ayf_").c_str(), BM_c05ayf, eta);
+    benchmark::RegisterBenchmark((group + "/inline").c_str(), BM_inline, eta);
+    benchmark::RegisterBenchmark((group + "/inline, C callback").c_str(), BM_inline_c, eta);
+    benchmark::RegisterBenchmark((group + "/inline, Fortran callback").c_str(), BM_inline_fortran, eta);
+  }
+  return zem_bench::run(argc, argv, "frame");
+}
