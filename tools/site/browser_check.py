@@ -9,7 +9,7 @@ rendered document:
     Example section, the example programs;
   - the search page finds every routine by its long C name;
   - no link of any page is broken (the target answers, and its #anchor
-    exists in it).
+    exists in it), and every picture is shown.
 Screenshots of the home page, a routine page and a search result are kept
 in <artefacts>.  Needs: chromium (Debian's package), python3.
 """
@@ -67,6 +67,8 @@ async function checkPage(p) {
   const d = f.contentDocument;
   docs[p] = d;
   if (!d.title || !d.querySelector('h1')) problems.push(p + ': no title or heading');
+  for (const img of d.querySelectorAll('img'))
+    if (!img.complete || img.naturalWidth === 0) problems.push(p + ': picture not shown: ' + img.getAttribute('src'));
   const stem = p.replace(/\\.html$/, '');
   if (stem in routines) {
     const blocks = [...d.querySelectorAll('pre')].filter(visible);
@@ -156,7 +158,12 @@ class Handler(http.server.SimpleHTTPRequestHandler):
         pass
 
 
-server = http.server.ThreadingHTTPServer(("127.0.0.1", 0), functools.partial(Handler, directory=str(html)))
+class Server(http.server.ThreadingHTTPServer):
+    def handle_error(self, request, client_address):
+        pass  # the browser closing a connection early is no problem of the site
+
+
+server = Server(("127.0.0.1", 0), functools.partial(Handler, directory=str(html)))
 threading.Thread(target=server.serve_forever, daemon=True).start()
 base = f"http://127.0.0.1:{server.server_address[1]}"
 browser = shutil.which("chromium") or shutil.which("chromium-browser")

@@ -125,6 +125,11 @@ for page in sorted(docs.rglob("*.md")):
                 if program.with_suffix(".out").exists():
                     shown += ["It prints:", "", f"```{{literalinclude}} /examples/{program.with_suffix('.out').name}",
                               "```", ""]
+        accuracy = docs / "figures" / f"accuracy-{stem}.png"
+        if accuracy.exists():
+            lines += ["", "## Accuracy plot", "",
+                      f"![{stem}: error in ULPs across the argument range](figures/accuracy-{stem}.png)", "",
+                      "Drawn by `tools/accuracy_plots.py`; the table is on [the accuracy page](accuracy.md).", ""]
         if shown:
             start = next((i for i, l in enumerate(lines) if re.match(r"^##\s+Examples?\b", l)), None)
             if start is None:
@@ -173,6 +178,11 @@ for chapter, content in sorted(chapters.items()):
                         + (f"`{info['long']}`" if info["long"] else "") + f" | `{r}f` | "
                         + ", ".join(f"`{c}`" for c in info["codes"]) + " |")
         body.append("")
+    chart = docs / "figures" / f"bench-{chapter}.png"
+    if chart.exists():
+        body += ["## Speed against the peers", "",
+                 f"![{chapter}: time of the peers relative to ours](../figures/bench-{chapter}.png)", "",
+                 "Regenerated with the tables of [the benchmarks page](../benchmarks.md) by `tools/bench.sh`.", ""]
     body += ["```{toctree}", ":maxdepth: 1", ""]
     body += [f"../{p}" for p in content["topics"] + content["routines"]]
     body += ["```", ""]
