@@ -8,10 +8,10 @@
 
 namespace zem::g05::isa_avx512 {
 
-#define ZEM_G05_ISA_NAME "avx512"
+#define ZEM_G05_KERNEL_SET_NAME "avx512"
 #define ZEM_G05_VECTOR_BYTES 64
 #include "g05/fill_kernels.inc"
-#undef ZEM_G05_ISA_NAME
+#undef ZEM_G05_KERNEL_SET_NAME
 #undef ZEM_G05_VECTOR_BYTES
 
 }  // namespace zem::g05::isa_avx512
