@@ -52,7 +52,7 @@ ZEM_INTERNAL void d01rlfn_(engine_data *en_data, zem_routine f, zem_routine, d01
   for (int64_t i = 0; i < *npts; ++i)
     if (!(points[i] >= lo && points[i] <= hi)) return zem::fail(errbuf, ifail, 8, q::detail_breakpoints, *a, *b);
   if (*maxsub < 1) return zem::fail(errbuf, ifail, 6, q::detail_maxsub, *maxsub);
-  if (*maxsub < *npts + 1) return zem::fail(errbuf, ifail, 6, q::detail_maxsub_npts, *maxsub, *npts);
+  if (*maxsub - 1 < *npts) return zem::fail(errbuf, ifail, 6, q::detail_maxsub_npts, *maxsub, *npts);
 
   // Work: the ordering list and the levels (limit each), the flags of the
   // initial intervals (nint) and the partition (nint + 1 reals).
