@@ -95,6 +95,11 @@ ZEM_BADINPUT(x04bb) {
       x04bbc(u, rec.data(), 80, &fail);
       s.expect(fail.code != 0, "a read from a unit nobody opened succeeded");
       s.intact(rec, "recin");
+      guarded<char> recf(80, 'x');
+      int64_t ifail = 1;
+      x04bbf_(&u, recf.data(), &ifail, 80);
+      s.expect(ifail != 0, "a read from a unit nobody opened succeeded");
+      s.intact(recf, "recin");
     });
   for (int64_t l : {int64_t{-1}, int64_t{0}})
     s.call("lrec", l, [&] {

@@ -131,6 +131,8 @@ ZEM_BADINPUT(g05kh) {
       over_states(s, ("n = " + sweep::text(n) + ", k = " + sweep::text(k)).c_str(), [&](int64_t *st) {
         Zem_Fail fail = quiet();
         g05khc(n, k, st, &fail);
+        int64_t ifail = 1;
+        g05khf_(&n, &k, st, &ifail);
         return fail.code;
       });
 }
@@ -151,6 +153,8 @@ ZEM_BADINPUT(g05kk) {
     over_states(s, ("n = " + sweep::text(n)).c_str(), [&](int64_t *st) {
       Zem_Fail fail = quiet();
       g05kkc(n, st, &fail);
+      int64_t ifail = 1;
+      g05kkf_(&n, st, &ifail);
       return fail.code;
     });
 }
@@ -179,6 +183,10 @@ ZEM_BADINPUT(g05sk) {
         Zem_Fail fail = quiet();
         g05skc(10, mu, var, st, x.data(), &fail);
         s.intact(x, "x");
+        int64_t n = 10, ifail = 1;
+        guarded<double> xf(10, nan_v);
+        g05skf_(&n, &mu, &var, st, xf.data(), &ifail);
+        s.intact(xf, "x");
         // (An infinite mean or variance gives infinite variates: documented.)
         if (fail.code == 0 && std::isfinite(mu) && std::isfinite(var))
           for (int i = 0; i < 10; ++i) s.expect(std::isfinite(x[i]), "success with a non-finite variate");
