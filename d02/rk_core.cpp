@@ -101,19 +101,20 @@ constexpr double grow_max = 4.0, shrink_min = 0.125, shrink_second = 0.5;
 
 inline const double *arow(const pair_info &pr, int i) { return pr.a + i * (i - 1) / 2; }
 
-// y + h sum_{j<i} a_ij k_j into out.
+// y + h sum_{j<i} a_ij k_j into out.  One pass per component with the sum
+// in a register (the stages lie n apart in rwsav); zero coefficients are
+// skipped, so that a non-finite stage they would multiply stays out.
 void stage_point(const rk_state &st, const double *y0, double h, int i, double *out, bool sec) {
-  const pair_info &pr = *st.pr;
-  const double *a = arow(pr, i);
+  const double *a = arow(*st.pr, i);
   const int64_t n = st.n;
-  for (int64_t m = 0; m < n; ++m) out[m] = 0.0;
-  for (int j = 0; j < i; ++j) {
-    if (a[j] == 0.0) continue;
-    const double *kj = sec ? st.ksec(j) : st.k(j);
-    const double w = a[j];
-    for (int64_t m = 0; m < n; ++m) out[m] += w * kj[m];
+  const double *k0 = sec ? st.ksec(0) : st.k(0);
+  for (int64_t m = 0; m < n; ++m) {
+    double sum = 0.0;
+    const double *km = k0 + m;
+    for (int j = 0; j < i; ++j)
+      if (a[j] != 0.0) sum += a[j] * km[j * n];
+    out[m] = y0[m] + h * sum;
   }
-  for (int64_t m = 0; m < n; ++m) out[m] = y0[m] + h * out[m];
 }
 
 // ynew and the weighted error estimate of an attempt of size h from y0.
@@ -135,11 +136,13 @@ double finish_attempt(const rk_state &st, const double *y0, double h, double *yn
     for (int64_t m = 0; m < n; ++m) ynew[m] = y0[m] + h * ynew[m];
   }
   const double *th = st.thresh();
+  const double *k0 = sec ? st.ksec(0) : st.k(0);
   double err = 0.0;
   for (int64_t m = 0; m < n; ++m) {
     double e = 0.0;
+    const double *km = k0 + m;
     for (int j = 0; j < s; ++j)
-      if (pr.e[j] != 0.0) e += pr.e[j] * (sec ? st.ksec(j) : st.k(j))[m];
+      if (pr.e[j] != 0.0) e += pr.e[j] * km[j * n];
     const double wt = std::max(th[m], 0.5 * (std::fabs(y0[m]) + std::fabs(ynew[m])));
     const double r = std::fabs(h * e) / wt;
     if (!(r <= err)) err = r;  // a NaN sticks
@@ -147,9 +150,6 @@ double finish_attempt(const rk_state &st, const double *y0, double h, double *yn
   return err;
 }
 
-// max_i |v_i| / w_i with w_i = max(thresh_i, |y_i|, S/100), S the largest
-// |y_j|: the initial step's norm, in which a component that starts at zero
-// is measured against the size of the solution, not against its threshold.
 double weighted_max(const rk_state &st, const double *v, const double *y) {
   double big = 0.0;
   for (int64_t m = 0; m < st.n; ++m) big = std::max(big, std::fabs(y[m]));
@@ -200,11 +200,13 @@ rk_event after_accept(const rk_state &st, rk_request &req) {
     const int i = pr.stiff_i, j = pr.stiff_j;
     const double *ai = arow(pr, i), *aj = arow(pr, j);
     double dk = 0.0, dy = 0.0;
+    const double *k0 = st.k(0);
     for (int64_t m = 0; m < n; ++m) {
       double s = 0.0;
-      for (int l = 0; l < i; ++l) s += (ai[l] - (l < j ? aj[l] : 0.0)) * st.k(l)[m];
+      const double *km = k0 + m;
+      for (int l = 0; l < i; ++l) s += (ai[l] - (l < j ? aj[l] : 0.0)) * km[l * n];
       s *= h;
-      const double d = st.k(i)[m] - st.k(j)[m];
+      const double d = km[i * n] - km[j * n];
       dk += d * d;
       dy += s * s;
     }
@@ -402,7 +404,12 @@ rk_event rk_resume(const rk_state &st, rk_request &req) {
         return start_attempt(st, req);
       }
       // Accept.
-      double r = err == 0.0 ? grow_max : safety * std::pow(tol / err, expo);
+      // (tol/err)^expo is needed only below the growth limit: 0.8 x^expo < 4
+      // exactly when x < 5^(q+1).
+      double grow_cut = 5.0;
+      for (int k = 0; k < pr.q; ++k) grow_cut *= 5.0;
+      const double x = tol / err;
+      double r = !(x < grow_cut) ? grow_max : safety * std::pow(x, expo);
       r = std::min(r, iw[iw_rejects] > 0 ? 1.0 : grow_max);
       const bool cut = iw[iw_last_cut] != 0;
       iw[iw_hit_target] = std::fabs(rw[rw_target] - rw[rw_t]) == std::fabs(h);
