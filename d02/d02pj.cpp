@@ -1,6 +1,8 @@
 // d02pj: evaluates the dense output prepared by d02ph at twant: ywant, and
 // with ideriv = 1 also ypwant, for the first nwant components.  twant may
 // lie outside the last step (extrapolation, less accurate).
+#include <cmath>
+
 #include "d02/rk_calls.h"
 
 inline constexpr zem::message d02pj_messages[] = {
@@ -11,6 +13,7 @@ inline constexpr zem::message d02pj_messages[] = {
      {"The interpolation setup function has not been called successfully", "since the last step."}},
     {1, 1022, NE_INT_CHANGED,
      {"On entry, nwant = %s, but the value passed", "to the interpolation setup function was nwant = %s."}},
+    {1, 1031, NE_REAL, {"On entry, twant = %s.", "Constraint: twant is finite."}},
 };
 ZEM_REGISTER_MESSAGES(d02pj)
 
@@ -29,6 +32,7 @@ ZEM_INTERNAL void d02pjfn_(engine_data *, const int64_t *n, const double *twant,
   if (!rk_open(iwsav, rwsav, n, 0, false, st, errbuf, ifail)) return;
   if (st.iw[iw_mode] != 2 || st.iw[iw_steps] == 0) return zem::fail(errbuf, ifail, 1, 1014);
   if (*ideriv != 0 && *ideriv != 1) return zem::fail(errbuf, ifail, 1, 1020, *ideriv);
+  if (!std::isfinite(*twant)) return zem::fail(errbuf, ifail, 1, 1031, *twant);
   if (st.iw[iw_nwant] == 0 || st.iw[iw_interp_step] != st.iw[iw_steps]) return zem::fail(errbuf, ifail, 1, 1021);
   if (*nwant != st.iw[iw_nwant]) return zem::fail(errbuf, ifail, 1, 1022, *nwant, st.iw[iw_nwant]);
   const int64_t nw = *nwant;

@@ -13,6 +13,7 @@ inline constexpr zem::message d02pq_messages[] = {
     {1, 1103, NE_BAD_PARAM,
      {"On entry, errass = %s.", "Constraint: errass = Zem_ErrorAssess_on or Zem_ErrorAssess_off."}},
     {1, 1109, NE_REAL, {"On entry, tstart = %s", "and tend = %s.", "Constraint: tstart and tend are finite."}},
+    {1, 1112, NE_REAL_2, {"On entry, tstart = %s", "and tend = %s.", "Constraint: tend - tstart is finite."}},
     {1, 1104, NE_REAL_2, {"On entry, tstart = %s.", "Constraint: tstart != tend."}},
     {1, 1105, NE_REAL_2,
      {"On entry, tstart is too close to tend.", "abs(tstart-tend) = %s, but this quantity should be at",
@@ -50,8 +51,12 @@ ZEM_INTERNAL void d02pqfn_(engine_data *, const int64_t *n, const double *tstart
     *lrwsav = need;
     return;
   }
+  // Before anything of length n is read: a caller whose rwsav is long
+  // enough for n equations is taken to pass yinit and thresh of length n.
+  if (*lrwsav < need) return zem::fail(errbuf, ifail, 1, 1111, *lrwsav, need);
   const double t0 = *tstart, t1 = *tend;
   if (!std::isfinite(t0) || !std::isfinite(t1)) return zem::fail(errbuf, ifail, 1, 1109, t0, t1);
+  if (!std::isfinite(t1 - t0)) return zem::fail(errbuf, ifail, 1, 1112, t0, t1);
   if (t0 == t1) return zem::fail(errbuf, ifail, 1, 1104, t0);
   const double apart = 100.0 * zem::machine_eps * std::max(std::fabs(t0), std::fabs(t1));
   if (std::fabs(t1 - t0) < apart) return zem::fail(errbuf, ifail, 1, 1105, std::fabs(t1 - t0), apart);
@@ -61,7 +66,6 @@ ZEM_INTERNAL void d02pqfn_(engine_data *, const int64_t *n, const double *tstart
     if (!(thresh[i] > 0.0) || !std::isfinite(thresh[i])) return zem::fail(errbuf, ifail, 1, 1107, i + 1, thresh[i]);
   for (int64_t i = 0; i < *n; ++i)
     if (!std::isfinite(yinit[i])) return zem::fail(errbuf, ifail, 1, 1108, i + 1, yinit[i]);
-  if (*lrwsav < need) return zem::fail(errbuf, ifail, 1, 1111, *lrwsav, need);
 
   // The arrays.  Everything not set below starts at zero.
   std::fill(iwsav, iwsav + liwsav, 0);

@@ -3,6 +3,8 @@
 // The 2(3) pair interpolates with the cubic Hermite polynomial of the step
 // (order 3), the 4(5) pair with its continuous extension (order 4); the
 // 7(8) pair has none.
+#include <cmath>
+
 #include "d02/rk_calls.h"
 
 inline constexpr zem::message d02ps_messages[] = {
@@ -10,6 +12,7 @@ inline constexpr zem::message d02ps_messages[] = {
     D02P_AFTER_STEP_ROW,
     D02P_INTERP_ROWS,
     {1, 1023, NE_INT, {"On entry, ideriv = %s.", "Constraint: ideriv = 0, 1 or 2."}},
+    {1, 1031, NE_REAL, {"On entry, twant = %s.", "Constraint: twant is finite."}},
 };
 ZEM_REGISTER_MESSAGES(d02ps)
 
@@ -29,6 +32,7 @@ ZEM_INTERNAL void d02psfn_(engine_data *, const int64_t *n, const double *twant,
   if (st.iw[iw_mode] != 2 || st.iw[iw_steps] == 0) return zem::fail(errbuf, ifail, 1, 1014);
   if (*nwant < 1 || *nwant > st.n) return zem::fail(errbuf, ifail, 1, 1015, *nwant, st.n);
   if (*ideriv < 0 || *ideriv > 2) return zem::fail(errbuf, ifail, 1, 1023, *ideriv);
+  if (!std::isfinite(*twant)) return zem::fail(errbuf, ifail, 1, 1031, *twant);
   if (st.iw[iw_method] == rk78) return zem::fail(errbuf, ifail, 1, 1019);
   rk_interp(st, *twant, *nwant, *ideriv != 1 ? ywant : nullptr, *ideriv != 0 ? ypwant : nullptr);
 }
