@@ -2,6 +2,8 @@
 # On a fresh Debian machine, run as root, missing packages are installed
 # with apt-get; otherwise the missing ones are named and the script stops.
 zem_packages="cmake make g++ gfortran pkg-config libgtest-dev libgmock-dev $*"
+# d02: the order-condition test computes in exact rationals with GMP.
+zem_packages="$zem_packages libgmp-dev"
 missing=""
 for p in $zem_packages; do
   dpkg-query -W -f='${Status}' "$p" 2>/dev/null | grep -q "install ok installed" || missing="$missing $p"
