@@ -14,11 +14,11 @@ struct s30_case {
   char kind = 'C';
   double s = 0, sigma = 0, r = 0, q = 0;
   std::vector<double> x, t;
-  // values[(i + j*m) * 12 + k]: k = 0 the price, 1..11 the sensitivities.
+  // values[(i + j*m) * columns + k]: k = 0 the price, then the sensitivities.
   std::vector<double> values;
 };
 
-inline std::vector<s30_case> read_s30_cases(const std::string &path) {
+inline std::vector<s30_case> read_s30_cases(const std::string &path, int columns = 12) {
   std::ifstream in(path);
   if (!in) {
     std::fprintf(stderr, "cannot open %s\n", path.c_str());
@@ -37,7 +37,7 @@ inline std::vector<s30_case> read_s30_cases(const std::string &path) {
       ls >> c.kind >> c.s >> c.sigma >> c.r >> c.q >> m >> n;
       c.x.resize(m);
       c.t.resize(n);
-      c.values.assign(m * n * 12, 0.0);
+      c.values.assign(m * n * columns, 0.0);
       cases.push_back(c);
     } else if (word == "x") {
       for (double &v : cases.back().x) ls >> v;
@@ -48,10 +48,10 @@ inline std::vector<s30_case> read_s30_cases(const std::string &path) {
       const size_t i = std::stoul(word);
       size_t j = 0;
       ls >> j;
-      for (int k = 0; k < 12; ++k) {
+      for (int k = 0; k < columns; ++k) {
         std::string v;
         ls >> v;
-        c.values[(i + j * c.x.size()) * 12 + k] = std::strtod(v.c_str(), nullptr);
+        c.values[(i + j * c.x.size()) * columns + k] = std::strtod(v.c_str(), nullptr);
       }
     }
   }
