@@ -73,6 +73,9 @@ inline layout make_layout(int64_t order, int64_t ld) {
   return order == row_major ? layout{ld, 1} : layout{1, ld};
 }
 
+// The largest matrix extent (ldp times the number of columns, or rows).
+inline constexpr int64_t max_elements = int64_t{1} << 62;
+
 // The statuses and detail codes of the shared checks, the same in every grid
 // routine (each routine's table repeats the rows through S30_GRID_ROWS).
 enum grid_status : int64_t {
@@ -130,7 +133,11 @@ inline int64_t first_outside(const double *v, int64_t len, double a, double b) {
   {zem::s30::st_ld, 1012, NE_INT_2, {"On entry, ldp = %s and m = %s.", "Constraint: ldp >= m."}, \
    {"On entry, ldp = %s and m = %s", "Constraint: ldp >= m."}},                             \
   {zem::s30::st_ld, 1013, NE_INT_2, {"On entry, ldp = %s and n = %s.", "Constraint: ldp >= n."}, \
-   {"On entry, ldp = %s and n = %s", "Constraint: ldp >= n."}}
+   {"On entry, ldp = %s and n = %s", "Constraint: ldp >= n."}},                             \
+  {zem::s30::st_ld, 1014, NE_INT_2, {"On entry, ldp = %s and n = %s.", "Constraint: ldp*n <= %s."}, \
+   {"On entry, ldp = %s and n = %s", "Constraint: ldp*n <= %s."}},                          \
+  {zem::s30::st_ld, 1015, NE_INT_2, {"On entry, ldp = %s and m = %s.", "Constraint: ldp*m <= %s."}, \
+   {"On entry, ldp = %s and m = %s", "Constraint: ldp*m <= %s."}}
 #define S30_GRID_ROWS S30_ROW_CALPUT, S30_ROW_M, S30_ROW_N, S30_ROW_X, S30_ROW_S, S30_ROW_T, S30_ROW_SIGMA, \
   S30_ROW_R, S30_ROW_Q, S30_ROW_LDP
 
@@ -147,8 +154,8 @@ struct grid_args {
   int64_t ld, order;
 };
 
-// The shared checks, in the order of the arguments: calput, m, n, x, s, t,
-// sigma, r, q, ldp.  Returns true (after writing the record) on the first
+// The shared checks, in the order of the arguments: calput, m, n, then ldp
+// (which bounds every array access), x, s, t, sigma, r, q.  Returns true (after writing the record) on the first
 // violation.
 [[gnu::cold, gnu::noinline]] inline void fail_index(char *errbuf, int64_t *ifail, int64_t st, int64_t detail,
                                                     int64_t i, double v, double a) {
@@ -164,6 +171,16 @@ inline bool check_grid(const grid_args &g, bool check_x, const char *calput, siz
   if (g.type == kind::invalid) return zem::fail(errbuf, ifail, st_calput, 1001, shown_kind(calput, calput_len)), true;
   if (!(g.m >= 1)) return zem::fail(errbuf, ifail, st_m, 1002, g.m), true;
   if (!(g.n >= 1)) return zem::fail(errbuf, ifail, st_n, 1003, g.n), true;
+  // ldp next, before any array is read: it and m, n bound every access.
+  // The last element lies at (m-1) ri + (n-1) cj, which must be
+  // representable: ldp times the number of columns (rows) at most 2^62.
+  if (g.order == row_major) {
+    if (!(g.ld >= g.n)) return zem::fail(errbuf, ifail, st_ld, 1013, g.ld, g.n), true;
+    if (g.ld > max_elements / g.m) return zem::fail(errbuf, ifail, st_ld, 1015, g.ld, g.m, max_elements), true;
+  } else {
+    if (!(g.ld >= g.m)) return zem::fail(errbuf, ifail, st_ld, 1012, g.ld, g.m), true;
+    if (g.ld > max_elements / g.n) return zem::fail(errbuf, ifail, st_ld, 1014, g.ld, g.n, max_elements), true;
+  }
   if (check_x) {
     if (const int64_t i = first_outside(g.x, g.m, lo, hi); i >= 0)
       return fail_index(errbuf, ifail, st_x, 1004, i, g.x[i], lo, hi), true;
@@ -177,11 +194,6 @@ inline bool check_grid(const grid_args &g, bool check_x, const char *calput, siz
   if (!(g.r >= 0.0)) return zem::fail(errbuf, ifail, st_r, 1009, g.r), true;
   if (!(g.r <= par)) return zem::fail(errbuf, ifail, st_r, 1010, g.r, par), true;
   if (!(g.q >= 0.0 && g.q <= par)) return zem::fail(errbuf, ifail, st_q, 1011, g.q, par), true;
-  if (g.order == row_major) {
-    if (!(g.ld >= g.n)) return zem::fail(errbuf, ifail, st_ld, 1013, g.ld, g.n), true;
-  } else if (!(g.ld >= g.m)) {
-    return zem::fail(errbuf, ifail, st_ld, 1012, g.ld, g.m), true;
-  }
   return false;
 }
 

@@ -21,8 +21,8 @@
 
 inline constexpr zem::message s30ca_messages[] = {
     S30_GRID_ROWS,
-    {10, 1014, NE_REAL, {"On entry, k = %s.", "Constraint: k >= 0.0."}, {"On entry, k = %s", "Constraint: k >= 0.0."}},
-    {10, 1015, NE_REAL, {"On entry, k = %s.", "Constraint: k <= %s."}, {"On entry, k = %s", "Constraint: k <= %s."}},
+    {10, 1016, NE_REAL, {"On entry, k = %s.", "Constraint: k >= 0.0."}, {"On entry, k = %s", "Constraint: k >= 0.0."}},
+    {10, 1017, NE_REAL, {"On entry, k = %s.", "Constraint: k <= %s."}, {"On entry, k = %s", "Constraint: k <= %s."}},
 };
 ZEM_REGISTER_MESSAGES(s30ca)
 
@@ -35,13 +35,10 @@ ZEM_INTERNAL void s30cafn_(engine_data *, const char *calput, const int64_t *m, 
   using namespace zem::s30;
   *ifail = 0;
   const grid_args g{read_kind(calput, calput_len), *m, *n, x, *s, t, *sigma, *r, *q, *ldp, *order};
-  // k is checked after q, before ldp: ldp keeps its status 11.
-  grid_args no_ld = g;
-  no_ld.ld = INT64_MAX;
-  if (check_grid(no_ld, true, calput, calput_len, errbuf, ifail)) return;
-  if (!(*k >= 0.0)) return zem::fail(errbuf, ifail, 10, 1014, *k);
-  if (!(*k <= hi)) return zem::fail(errbuf, ifail, 10, 1015, *k, hi);
+  // k is checked after the shared arguments (ldp among them).
   if (check_grid(g, true, calput, calput_len, errbuf, ifail)) return;
+  if (!(*k >= 0.0)) return zem::fail(errbuf, ifail, 10, 1016, *k);
+  if (!(*k <= hi)) return zem::fail(errbuf, ifail, 10, 1017, *k, hi);
 
   std::unique_ptr<double[]> lnx(
       static_cast<uint64_t>(g.m) <= PTRDIFF_MAX / sizeof(double) ? new (std::nothrow) double[g.m] : nullptr);

@@ -57,6 +57,9 @@ const bad_case bad_cases[] = {
     {"ldp < n, by rows", [](grid_call &g) { g.order = 2; g.ldp = 1; }, 11, 1013},
     // The first violation in argument order is the one reported.
     {"x and r", [](grid_call &g) { g.x[0] = -1.0; g.r = -1.0; }, 4, 1004},
+    // ldp is checked before any array is read.
+    {"ldp and x", [](grid_call &g) { g.ldp = 1; g.x[0] = nan; }, 11, 1012},
+    {"ldp n overflows", [](grid_call &g) { g.m = 1; g.ldp = int64_t{1} << 62; }, 11, 1014},
 };
 
 std::string detail_of(const char *errbuf) {
