@@ -12,4 +12,5 @@ module zem
   include 'zem_g01.fi'
   include 'zem_g05.fi'
   include 'zem_s15.fi'
+  include 'zem_s30.fi'
 end module zem

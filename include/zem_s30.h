@@ -1,0 +1,51 @@
+/* Zem chapter s30: option pricing.  Included by zem.h.
+ *
+ * The grid routines price one option type for m strikes x[] and n expiries
+ * t[] in one call; p(i, j), i < m, j < n, the price for strike x[i] and
+ * expiry t[j], lies at p[i + j*ldp] for Zem_ColMajor (ldp >= m) and at
+ * p[i*ldp + j] for Zem_RowMajor (ldp >= n).  The Fortran entries store
+ * column by column and take the option type as 'C' (call) or 'P' (put). */
+
+/* s30aa: European options in the Black-Scholes-Merton model with spot s,
+ * volatility sigma, risk-free rate r and continuous dividend yield q. */
+void s30aac(Zem_OrderType order, Zem_OptionType option, int64_t m, int64_t n, const double x[], double s,
+            const double t[], double sigma, double r, double q, double p[], int64_t ldp, Zem_Fail *fail);
+void s30aaf_(const char *calput, const int64_t *m, const int64_t *n, const double *x, const double *s,
+             const double *t, const double *sigma, const double *r, const double *q, double *p, const int64_t *ldp,
+             int64_t *ifail, size_t calput_len);
+#define zem_opt_bsm_price s30aac
+
+/* s30ab: as s30aa, with eleven sensitivities, each a matrix of the layout of
+ * p: delta, gamma, vega, theta, rho, vanna, charm, speed, colour, zomma,
+ * vomma (docs/s30ab.md). */
+void s30abc(Zem_OrderType order, Zem_OptionType option, int64_t m, int64_t n, const double x[], double s,
+            const double t[], double sigma, double r, double q, double p[], int64_t ldp, double delta[],
+            double gamma[], double vega[], double theta[], double rho[], double vanna[], double charm[],
+            double speed[], double colour[], double zomma[], double vomma[], Zem_Fail *fail);
+void s30abf_(const char *calput, const int64_t *m, const int64_t *n, const double *x, const double *s,
+             const double *t, const double *sigma, const double *r, const double *q, double *p, const int64_t *ldp,
+             double *delta, double *gamma, double *vega, double *theta, double *rho, double *vanna, double *charm,
+             double *speed, double *colour, double *zomma, double *vomma, int64_t *ifail, size_t calput_len);
+#define zem_opt_bsm_greeks s30abc
+
+/* s30ac: European prices element by element: p[k] for option[k], x[k], s[k],
+ * t[k], sigma[k], r[k], q[k], k < n.  A bad element gets p[k] = 0.0 and in
+ * ivalid[k] the number of its first bad argument (1 option, 2 x, 3 s, 4 t,
+ * 5 sigma, 6 r, 7 q), and the call ends with NW_IVALID; the other elements
+ * are priced. */
+void s30acc(const Zem_OptionType option[], int64_t n, const double x[], const double s[], const double t[],
+            const double sigma[], const double r[], const double q[], double p[], int64_t ivalid[], Zem_Fail *fail);
+void s30acf_(const char *calput, const int64_t *n, const double *x, const double *s, const double *t,
+             const double *sigma, const double *r, const double *q, double *p, int64_t *ivalid, int64_t *ifail,
+             size_t calput_len);
+#define zem_opt_bsm_price_vector s30acc
+
+/* s30ca: cash-or-nothing binary options: p(i, j) is the value of receiving
+ * the amount k at expiry t[j] if the spot then lies above (Zem_Call) or
+ * below (Zem_Put) x[i]; layout and bounds as s30aa, 0 <= k <= 2^511. */
+void s30cac(Zem_OrderType order, Zem_OptionType option, int64_t m, int64_t n, const double x[], double s,
+            const double t[], double sigma, double r, double q, double k, double p[], int64_t ldp, Zem_Fail *fail);
+void s30caf_(const char *calput, const int64_t *m, const int64_t *n, const double *x, const double *s,
+             const double *t, const double *sigma, const double *r, const double *q, const double *k, double *p,
+             const int64_t *ldp, int64_t *ifail, size_t calput_len);
+#define zem_opt_binary_con_price s30cac

@@ -1,0 +1,148 @@
+// Bad-input sweeps of chapter s30: every scalar and array element hostile in
+// turn, hostile sizes and leading dimensions with small arrays, both
+// entries; a call either fails or returns finite prices, and never writes
+// outside p and the sensitivity arrays.
+#include <cmath>
+
+#include "sweep.h"
+
+using namespace badinput;
+
+namespace {
+
+constexpr int64_t M = 3, N = 2;
+
+// The arguments of one grid call; `poke` sets the hostile value.
+struct grid_case {
+  double x[M] = {90.0, 100.0, 110.0};
+  double t[N] = {0.5, 1.0};
+  double s = 100.0, sigma = 0.2, r = 0.05, q = 0.01, k = 1.0;
+  int64_t m = M, n = N, ldp = M;
+};
+
+// Runs the four grid routines' C and Fortran entries on a case.
+void grid_all(sweep &s, grid_case g) {
+  for (Zem_OptionType o : {Zem_Call, Zem_Put}) {
+    const char cp = o == Zem_Call ? 'C' : 'P';
+    guarded<double> p(M * N, 0.0);
+    Zem_Fail fail = quiet();
+    s30aac(Zem_ColMajor, o, g.m, g.n, g.x, g.s, g.t, g.sigma, g.r, g.q, p.data(), g.ldp, &fail);
+    s.intact(p, "p");
+    if (fail.code == 0) s.fail_or_finite(fail, {p[0], p[1], p[2], p[3], p[4], p[5]});
+    int64_t ifail = 1;
+    s30aaf_(&cp, &g.m, &g.n, g.x, &g.s, g.t, &g.sigma, &g.r, &g.q, p.data(), &g.ldp, &ifail, 1);
+    s.intact(p, "p");
+
+    std::vector<guarded<double>> a;
+    for (int i = 0; i < 12; ++i) a.emplace_back(M * N, 0.0);
+    fail = quiet();
+    s30abc(Zem_ColMajor, o, g.m, g.n, g.x, g.s, g.t, g.sigma, g.r, g.q, a[0].data(), g.ldp, a[1].data(), a[2].data(),
+           a[3].data(), a[4].data(), a[5].data(), a[6].data(), a[7].data(), a[8].data(), a[9].data(), a[10].data(),
+           a[11].data(), &fail);
+    if (fail.code == 0)
+      for (int i = 0; i < 12; ++i) s.expect(!std::isnan(a[i][0]) && !std::isnan(a[i][5]), "a NaN sensitivity");
+    ifail = 1;
+    s30abf_(&cp, &g.m, &g.n, g.x, &g.s, g.t, &g.sigma, &g.r, &g.q, a[0].data(), &g.ldp, a[1].data(), a[2].data(),
+            a[3].data(), a[4].data(), a[5].data(), a[6].data(), a[7].data(), a[8].data(), a[9].data(), a[10].data(),
+            a[11].data(), &ifail, 1);
+    for (int i = 0; i < 12; ++i) s.intact(a[i], "a sensitivity array");
+
+    fail = quiet();
+    s30cac(Zem_ColMajor, o, g.m, g.n, g.x, g.s, g.t, g.sigma, g.r, g.q, g.k, p.data(), g.ldp, &fail);
+    if (fail.code == 0) s.fail_or_finite(fail, {p[0], p[5]});
+    ifail = 1;
+    s30caf_(&cp, &g.m, &g.n, g.x, &g.s, g.t, &g.sigma, &g.r, &g.q, &g.k, p.data(), &g.ldp, &ifail, 1);
+    s.intact(p, "p");
+  }
+}
+
+void grid_sweep(sweep &s) {
+  for (double v : hostile_reals) {
+    const char *names[] = {"s", "sigma", "r", "q", "k", "x[1]", "t[1]"};
+    for (int w = 0; w < 7; ++w)
+      s.call(names[w], v, [&] {
+        grid_case g;
+        double *place[] = {&g.s, &g.sigma, &g.r, &g.q, &g.k, &g.x[1], &g.t[1]};
+        *place[w] = v;
+        grid_all(s, g);
+      });
+  }
+  for (int64_t v : hostile_sizes) {
+    // An m above 3 is refused by ldp = 3 < m before any array is read.
+    s.call("m", v, [&] {
+      grid_case g;
+      g.m = v;
+      grid_all(s, g);
+    });
+    // A positive n promises n expiries in t: only sizes up to the array's,
+    // or refused ones, can be passed.
+    if (v <= N) s.call("n", v, [&] {
+      grid_case g;
+      g.n = v;
+      grid_all(s, g);
+    });
+    s.call("ldp", v, [&] {
+      grid_case g;
+      g.ldp = v;
+      g.n = 1;  // one column: the arrays hold it whatever ldp >= m is
+      grid_all(s, g);
+    });
+  }
+  s.call("enumerations and null arrays", [&] {
+    grid_case g;
+    double p[M * N];
+    Zem_Fail fail = quiet();
+    s30aac(static_cast<Zem_OrderType>(0), Zem_Call, M, N, g.x, g.s, g.t, g.sigma, g.r, g.q, p, M, &fail);
+    s.failed(fail, NE_BAD_PARAM);
+    fail = quiet();
+    s30aac(Zem_ColMajor, static_cast<Zem_OptionType>(0), M, N, g.x, g.s, g.t, g.sigma, g.r, g.q, p, M, &fail);
+    s.failed(fail, NE_BAD_PARAM);
+    fail = quiet();
+    s30cac(Zem_ColMajor, Zem_Put, M, N, nullptr, g.s, g.t, g.sigma, g.r, g.q, g.k, p, M, &fail);
+    s.failed(fail, NE_BAD_PARAM);
+    int64_t ifail = 1;
+    s30aaf_("Q", &g.m, &g.n, g.x, &g.s, g.t, &g.sigma, &g.r, &g.q, p, &g.ldp, &ifail, 1);
+    s.failed(ifail, 1);
+    ifail = 1;
+    s30aaf_("", &g.m, &g.n, g.x, &g.s, g.t, &g.sigma, &g.r, &g.q, p, &g.ldp, &ifail, 0);
+    s.failed(ifail, 1);
+  });
+}
+
+}  // namespace
+
+ZEM_BADINPUT(s30aa) { grid_sweep(s); }
+ZEM_BADINPUT(s30ab) { grid_sweep(s); }
+ZEM_BADINPUT(s30ca) { grid_sweep(s); }
+
+ZEM_BADINPUT(s30ac) {
+  static const int64_t three = 3;
+  for (double v : hostile_reals)
+    s.call("every argument of element 1", v, [&] {
+      for (int w = 0; w < 6; ++w) {
+        double a[6][3];
+        for (auto &row : a) row[0] = row[1] = row[2] = 1.0;
+        for (int e = 0; e < 3; ++e) a[0][e] = 100.0, a[1][e] = 100.0, a[3][e] = 0.2, a[4][e] = 0.05, a[5][e] = 0.0;
+        a[w][1] = v;
+        guarded<double> p(3, 0.0);
+        guarded<int64_t> ivalid(3, -1);
+        const Zem_OptionType o[3] = {Zem_Call, Zem_Put, Zem_Call};
+        Zem_Fail fail = quiet();
+        s30acc(o, 3, a[0], a[1], a[2], a[3], a[4], a[5], p.data(), ivalid.data(), &fail);
+        s.expect(fail.code == 0 || fail.code == NW_IVALID, "an unexpected failure");
+        for (int e = 0; e < 3; ++e) s.expect(std::isfinite(p[e]), "a price not finite");
+        s.expect(ivalid[0] == 0 && ivalid[2] == 0, "a good element marked");
+        int64_t ifail = 1;
+        s30acf_("CPC", &three, a[0], a[1], a[2], a[3], a[4], a[5], p.data(), ivalid.data(), &ifail, 1);
+        s.intact(p, "p");
+        s.intact(ivalid, "ivalid");
+      }
+    });
+  for (int64_t n : hostile_sizes)
+    s.call("n", n, [&] {
+      if (n > 0) return;  // a positive n promises n elements in every array
+      Zem_Fail fail = quiet();
+      s30acc(nullptr, n, nullptr, nullptr, nullptr, nullptr, nullptr, nullptr, nullptr, nullptr, &fail);
+      s.expect(n == 0 ? fail.code == 0 : fail.code != 0, "n < 0 accepted or n = 0 refused");
+    });
+}
