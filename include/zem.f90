@@ -11,4 +11,5 @@ module zem
   include 'zem_g01.fi'
   include 'zem_g05.fi'
   include 'zem_s15.fi'
+  include 'zem_s14.fi'
 end module zem
