@@ -2,6 +2,7 @@
 // ln Gamma(x) (s14ab, s14ap), without the range checks of the routines.
 #pragma once
 
+#include <bit>
 #include <cmath>
 #include <cstdint>
 
@@ -61,7 +62,8 @@ template <int N>
 // chains of alternate factors, each below 2^996, so that Dekker's product
 // cannot overflow and the two chains run side by side); the result carries
 // the polynomial's error and one rounding.
-inline double gamma_core(double x) {
+template <bool Fma>
+[[gnu::always_inline]] inline double gamma_core_t(double x) {
   if (x >= 2.0) {
     const double m = std::floor(x) - 1.0;  // y = x - m in [1, 2)
     const double p = gamma_unit(x - (m + 1.5));
@@ -69,19 +71,19 @@ inline double gamma_core(double x) {
     dd b{1.0, 0.0};
     double k = 1.0;
     for (; k < m; k += 2.0) {
-      a = mul(a, x - k);
-      b = mul(b, x - (k + 1.0));
+      a = mul<Fma>(a, x - k);
+      b = mul<Fma>(b, x - (k + 1.0));
     }
-    if (k == m) a = mul(a, x - k);
-    const dd r = mul(fast_two_sum(a.hi, a.lo), fast_two_sum(b.hi, b.lo));
+    if (k == m) a = mul<Fma>(a, x - k);
+    const dd r = mul<Fma>(fast_two_sum(a.hi, a.lo), fast_two_sum(b.hi, b.lo));
     return r.hi;
   }
   if (x >= 1.0) return gamma_unit(x - 1.5);
   if (x > 0.0) return gamma_unit(x - 0.5) / x;  // y = x + 1
   if (x > -1.0) {
     // y = x + 2; the factor x + 1 is not exact when x > -1/2: kept as a pair.
-    const dd d = mul(fast_two_sum(1.0, x), x);
-    return div(dd{gamma_unit(x + 0.5), 0.0}, fast_two_sum(d.hi, d.lo)).hi;
+    const dd d = mul<Fma>(fast_two_sum(1.0, x), x);
+    return div<Fma>(dd{gamma_unit(x + 0.5), 0.0}, fast_two_sum(d.hi, d.lo)).hi;
   }
   const double m = 1.0 - std::floor(x);  // y = x + m in [1, 2)
   const double p = gamma_unit(x + (m - 1.5));
@@ -89,26 +91,28 @@ inline double gamma_core(double x) {
   dd b{1.0, 0.0};
   double k = 0.0;
   for (; k + 1.0 < m; k += 2.0) {
-    a = mul(a, x + k);
-    b = mul(b, x + (k + 1.0));
+    a = mul<Fma>(a, x + k);
+    b = mul<Fma>(b, x + (k + 1.0));
   }
-  if (k + 1.0 == m) a = mul(a, x + k);
-  const dd q = div(dd{p, 0.0}, fast_two_sum(a.hi, a.lo));
-  return div(q, fast_two_sum(b.hi, b.lo)).hi;
+  if (k + 1.0 == m) a = mul<Fma>(a, x + k);
+  const dd q = div<Fma>(dd{p, 0.0}, fast_two_sum(a.hi, a.lo));
+  return div<Fma>(q, fast_two_sum(b.hi, b.lo)).hi;
 }
 
 // The natural logarithm of a positive normal x as a pair, to about 2^-100
 // relatively: x = m 2^e with m in [1/sqrt 2, sqrt 2), ln m = 2 atanh(s),
 // s = (m - 1)/(m + 1) formed as a pair; the series beyond 2s is below 1% of
 // it (|s| < 0.172), so double arithmetic suffices there.
-inline dd log_dd(double x) {
-  int e = 0;
-  double m = std::frexp(x, &e);
+template <bool Fma>
+[[gnu::always_inline]] inline dd log_dd(double x) {
+  const uint64_t bits = std::bit_cast<uint64_t>(x);
+  int e = static_cast<int>(bits >> 52) - 1022;
+  double m = std::bit_cast<double>((bits & 0x000fffffffffffffull) | 0x3fe0000000000000ull);  // [1/2, 1)
   if (m < 0.70710678118654752) {
     m *= 2.0;
     --e;
   }
-  const dd s = div(dd{m - 1.0, 0.0}, two_sum(m, 1.0));
+  const dd s = div<Fma>(dd{m - 1.0, 0.0}, two_sum(m, 1.0));
   const double w = s.hi * s.hi;
   // 2 atanh(s) - 2 s = 2 s^3 (1/3 + w/5 + w^2/7 + ...), |w| < 0.0295.
   double t = 1.0 / 25.0;
@@ -126,17 +130,22 @@ inline dd log_dd(double x) {
 // rounding error of every product and sum is gathered and added at the end).
 // c[0] is the highest coefficient; lead, if not zero, is a leading 1 or -1
 // before c[0].
-template <int N>
+template <bool Fma, int N>
 [[gnu::always_inline]] inline dd comp_horner(const double (&c)[N], double lead, double z) {
-  const dd zs = split(z);
+  [[maybe_unused]] const dd zs = split(z);
   double s = lead;
   double err = 0.0;
   int i = 0;
   if (lead == 0.0) s = c[i++];
   for (; i < N; ++i) {
     const double p = s * z;
-    const dd ss = split(s);
-    const double pe = ((ss.hi * zs.hi - p) + ss.hi * zs.lo + ss.lo * zs.hi) + ss.lo * zs.lo;
+    double pe;
+    if constexpr (Fma) {
+      pe = __builtin_fma(s, z, -p);
+    } else {
+      const dd ss = split(s);
+      pe = ((ss.hi * zs.hi - p) + ss.hi * zs.lo + ss.lo * zs.hi) + ss.lo * zs.lo;
+    }
     const dd q = two_sum(p, c[i]);
     s = q.hi;
     err = err * z + (pe + q.lo);
@@ -144,21 +153,22 @@ template <int N>
   return fast_two_sum(s, err);
 }
 
-template <int N>
+template <bool Fma, int N>
 [[gnu::always_inline]] inline dd rational(const double (&p)[N], const double (&q)[N], double lead, double z) {
-  return div(comp_horner(p, 0.0, z), comp_horner(q, lead, z));
+  return div<Fma>(comp_horner<Fma>(p, 0.0, z), comp_horner<Fma>(q, lead, z));
 }
 
 // z (d + z r) as a pair, with r a pair: the cancellation in d + z r near the
 // minimum of Gamma is then harmless.
-inline dd near_zero_form(double z, double d, dd r) {
-  const dd zr = mul(r, z);
+template <bool Fma>
+[[gnu::always_inline]] inline dd near_zero_form(double z, double d, dd r) {
+  const dd zr = mul<Fma>(r, z);
   const dd s = two_sum(d, zr.hi);
   const dd n = fast_two_sum(s.hi, s.lo + zr.lo);
-  return mul(n, z);
+  return mul<Fma>(n, z);
 }
 
-inline double add_rounded(dd a, dd b) {
+[[gnu::always_inline]] inline double add_rounded(dd a, dd b) {
   const dd s = two_sum(a.hi, b.hi);
   return s.hi + (s.lo + (a.lo + b.lo));
 }
@@ -169,28 +179,29 @@ inline double add_rounded(dd a, dd b) {
 // around them is carried in pairs of doubles (the logarithm, the rational
 // functions, the final sums), so that the result carries the
 // approximations' own error and one rounding.
-inline double lgamma_core(double x) {
+template <bool Fma>
+[[gnu::always_inline]] inline double lgamma_core_t(double x) {
   if (x <= lgamma_eps) return -std::log(x);
   if (x <= 1.5) {
     // Below 0.6796875, -ln x is split off and ln Gamma(x + 1) approximated.
     dd corr{0.0, 0.0};
     double z = (x - 0.5) - 0.5;
     if (x < 0.6796875) {
-      const dd l = log_dd(x);
+      const dd l = log_dd<Fma>(x);
       corr = {-l.hi, -l.lo};
       if (x <= 0.5) z = x;
     }
-    if (x <= 0.5 || x >= 0.6796875) return add_rounded(corr, near_zero_form(z, lg_d1, rational(lg_p1, lg_q1, 1.0, z)));
-    return add_rounded(corr, near_zero_form(z, lg_d2, rational(lg_p2, lg_q2, 1.0, z)));
+    if (x <= 0.5 || x >= 0.6796875) return add_rounded(corr, near_zero_form<Fma>(z, lg_d1, rational<Fma>(lg_p1, lg_q1, 1.0, z)));
+    return add_rounded(corr, near_zero_form<Fma>(z, lg_d2, rational<Fma>(lg_p2, lg_q2, 1.0, z)));
   }
   if (x <= 4.0) {
     const double z = x - 2.0;
-    const dd r = near_zero_form(z, lg_d2, rational(lg_p2, lg_q2, 1.0, z));
+    const dd r = near_zero_form<Fma>(z, lg_d2, rational<Fma>(lg_p2, lg_q2, 1.0, z));
     return r.hi + r.lo;
   }
   if (x <= 12.0) {
     const double z = x - 4.0;
-    return add_rounded(dd{lg_d4, 0.0}, mul(rational(lg_p4, lg_q4, -1.0, z), z));
+    return add_rounded(dd{lg_d4, 0.0}, mul<Fma>(rational<Fma>(lg_p4, lg_q4, -1.0, z), z));
   }
   double res = 0.0;
   if (x <= lgamma_x_series) {
@@ -200,12 +211,20 @@ inline double lgamma_core(double x) {
     res /= x;
   }
   // (x - 1/2) ln x - x + ln sqrt(2 pi) + res = x (ln x - 1) + (ln sqrt(2 pi) - ln x / 2 + res).
-  const dd l = log_dd(x);
+  const dd l = log_dd<Fma>(x);
   const dd lm1 = two_sum(l.hi, -1.0);
   const dd main = x > 0x1p900 ? dd{x * (lm1.hi + (lm1.lo + l.lo)), 0.0}
-                              : mul(fast_two_sum(lm1.hi, lm1.lo + l.lo), x);
+                              : mul<Fma>(fast_two_sum(lm1.hi, lm1.lo + l.lo), x);
   return add_rounded(main, dd{0.9189385332046728 - 0.5 * l.hi + res, 0.0});
 }
+
+// The kernels, compiled for the processor in hand (s14/gamma_dispatch.cpp).
+double gamma_core(double x);
+double lgamma_core(double x);
+// Either variant on request (the tests compare them); fma is ignored where
+// the processor lacks it.
+double gamma_core_variant(double x, bool fma);
+double lgamma_core_variant(double x, bool fma);
 
 // Gamma(x) with the range checks of s14aa, in their order: code 0 (a value),
 // 1 (x > 170), 2 (x < -170), 3 (|x| < 2.23e-308), 4 (x a negative integer),

@@ -168,3 +168,26 @@ TEST(S14anAp, ElementsAsScalarsIvalidPerElement) {
 }
 
 }  // namespace
+
+namespace zem::s14 {
+double gamma_core_variant(double x, bool fma);
+double lgamma_core_variant(double x, bool fma);
+}  // namespace zem::s14
+
+namespace {
+
+// The kernels for processors with and without fused multiply-add give the
+// same bits (every error-free product is exact either way).
+TEST(S14Kernels, FmaAndPlainVariantsAgree) {
+  for (const char *name : {"s14aa_reference.txt", "s14ab_reference.txt"})
+    for (const auto &r : zem::test::read_reference(dir + name, false)) {
+      const double x = r.input;
+      if (name[4] == 'a' && std::fabs(x) > 1e-17 && x != std::trunc(x)) {
+        EXPECT_EQ(zem::s14::gamma_core_variant(x, true), zem::s14::gamma_core_variant(x, false)) << x;
+      } else if (name[4] == 'b') {
+        EXPECT_EQ(zem::s14::lgamma_core_variant(x, true), zem::s14::lgamma_core_variant(x, false)) << x;
+      }
+    }
+}
+
+}  // namespace
