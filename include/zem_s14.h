@@ -19,3 +19,8 @@ void s14anf_(const int64_t *n, const double x[], double f[], int64_t ivalid[], i
 void s14apc(int64_t n, const double x[], double f[], int64_t ivalid[], Zem_Fail *fail);
 void s14apf_(const int64_t *n, const double x[], double f[], int64_t ivalid[], int64_t *ifail);
 #define zem_log_gamma_vector s14apc
+
+/* s14ba: the regularised incomplete gamma functions P(a, x) and Q(a, x). */
+void s14bac(double a, double x, double tol, double *p, double *q, Zem_Fail *fail);
+void s14baf_(const double *a, const double *x, const double *tol, double *p, double *q, int64_t *ifail);
+#define zem_incomplete_gamma s14bac

@@ -218,9 +218,40 @@ template <bool Fma>
   return add_rounded(main, dd{0.9189385332046728 - 0.5 * l.hi + res, 0.0});
 }
 
+// ln Gamma(1 + a) for -0.3203125 <= a <= 1, from a itself (1 + a would lose
+// the low bits of a small a): the first or second block of the rational
+// approximations with z = a or z = a - 1.
+template <bool Fma>
+[[gnu::always_inline]] inline double lgamma1p_t(double a) {
+  if (a <= 0.5) {
+    const dd r = near_zero_form<Fma>(a, lg_d1, rational<Fma>(lg_p1, lg_q1, 1.0, a));
+    return r.hi + r.lo;
+  }
+  const double z = a - 1.0;
+  const dd r = near_zero_form<Fma>(z, lg_d2, rational<Fma>(lg_p2, lg_q2, 1.0, z));
+  return r.hi + r.lo;
+}
+
+template <bool Fma>
+[[gnu::always_inline]] inline dd log_ratio_term_t(double a, double x) {
+  const double q = x / a;
+  const dd qa = two_prod<Fma>(q, a);
+  const double r = ((x - qa.hi) - qa.lo) / a;  // x/a = q + r
+  const dd l = log_dd<Fma>(q);
+  const dd lq = fast_two_sum(l.hi, l.lo + r / q);
+  const dd al = mul<Fma>(lq, a);
+  const dd d = two_sum(a, -x);
+  const dd s = two_sum(al.hi, d.hi);
+  return fast_two_sum(s.hi, s.lo + al.lo + d.lo);
+}
+
 // The kernels, compiled for the processor in hand (s14/gamma_dispatch.cpp).
 double gamma_core(double x);
 double lgamma_core(double x);
+double lgamma1p(double a);
+// a ln(x/a) + a - x as a pair, a, x > 0 normal: the exponent of the factor
+// x^a e^-x of the incomplete gamma functions, relative to a^a e^-a.
+dd log_ratio_term(double a, double x);
 // Either variant on request (the tests compare them); fma is ignored where
 // the processor lacks it.
 double gamma_core_variant(double x, bool fma);

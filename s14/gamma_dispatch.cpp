@@ -10,6 +10,10 @@ namespace {
 
 [[gnu::target("avx2,fma")]] double gamma_fast(double x) { return gamma_core_t<true>(x); }
 [[gnu::target("avx2,fma")]] double lgamma_fast(double x) { return lgamma_core_t<true>(x); }
+[[gnu::target("avx2,fma")]] double lgamma1p_fast(double a) { return lgamma1p_t<true>(a); }
+double lgamma1p_plain(double a) { return lgamma1p_t<false>(a); }
+[[gnu::target("avx2,fma")]] dd log_ratio_fast(double a, double x) { return log_ratio_term_t<true>(a, x); }
+dd log_ratio_plain(double a, double x) { return log_ratio_term_t<false>(a, x); }
 double gamma_plain(double x) { return gamma_core_t<false>(x); }
 double lgamma_plain(double x) { return lgamma_core_t<false>(x); }
 
@@ -19,6 +23,8 @@ bool has_fma() { return __builtin_cpu_supports("fma") && __builtin_cpu_supports(
 
 double gamma_core(double x) { return has_fma() ? gamma_fast(x) : gamma_plain(x); }
 double lgamma_core(double x) { return has_fma() ? lgamma_fast(x) : lgamma_plain(x); }
+dd log_ratio_term(double a, double x) { return has_fma() ? log_ratio_fast(a, x) : log_ratio_plain(a, x); }
+double lgamma1p(double a) { return has_fma() ? lgamma1p_fast(a) : lgamma1p_plain(a); }
 
 // For the tests: both variants, whatever the processor.
 double gamma_core_variant(double x, bool fma) { return fma && has_fma() ? gamma_fast(x) : gamma_plain(x); }

@@ -41,5 +41,18 @@ int main(void) {
   printf("s14apc(n = 0, nulls): code %d\n", fail.code);
   s14apc(2, lv, NULL, ivalid, &fail);
   printf("s14apc(f = NULL): code %d\n%s\n", fail.code, fail.message);
+  {
+    double p = -1.0, q = -1.0;
+    s14bac(2.0, 3.0, 0.0, &p, &q, &fail);
+    printf("s14bac(2, 3): p = %.15f q = %.15f code %d\n", p, q, fail.code);
+    s14bac(0.0, 3.0, 0.0, &p, &q, &fail);
+    printf("s14bac(0, 3): p = %g q = %g code %d errnum %lld\n%s\n", p, q, fail.code, (long long)fail.errnum,
+           fail.message);
+    s14bac(2.0, -3.0, 0.0, &p, &q, &fail);
+    printf("s14bac(2, -3): p = %g q = %g code %d errnum %lld\n%s\n", p, q, fail.code, (long long)fail.errnum,
+           fail.message);
+    s14bac(2.0, 3.0, 0.0, NULL, &q, &fail);
+    printf("s14bac(p = NULL): code %d\n%s\n", fail.code, fail.message);
+  }
   return 0;
 }

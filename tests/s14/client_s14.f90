@@ -2,10 +2,10 @@
 ! printed by the noisy soft-failure convention (ifail = -1), with its ifail.
 program client_s14
   use, intrinsic :: iso_fortran_env, only: int64, real64
-  use zem, only: s14aaf, s14abf, s14anf, s14apf
+  use zem, only: s14aaf, s14abf, s14anf, s14apf, s14baf
   implicit none
   real(real64) :: xs(5) = [171.0_real64, -171.0_real64, 0.0_real64, -4.0_real64, 2.5_real64]
-  real(real64) :: f(5), y
+  real(real64) :: f(5), y, p, q
   integer(int64) :: ifail, ivalid(5), i
 
   do i = 1, 5
@@ -28,4 +28,10 @@ program client_s14
   ifail = 1
   call s14apf(-2_int64, xs, f, ivalid, ifail)
   write (*, '(a,i0)') 's14apf n = -2, quiet: ifail ', ifail
+  ifail = -1
+  call s14baf(-0.5_real64, 1.0_real64, 0.0_real64, p, q, ifail)
+  write (*, '(a,2es12.4e2,a,i0)') 's14baf p, q =', p, q, '  ifail ', ifail
+  ifail = -1
+  call s14baf(0.5_real64, -1.0_real64, 0.0_real64, p, q, ifail)
+  write (*, '(a,2es12.4e2,a,i0)') 's14baf p, q =', p, q, '  ifail ', ifail
 end program client_s14

@@ -5,7 +5,9 @@
 #include <gtest/gtest.h>
 
 #include <cmath>
+#include <fstream>
 #include <limits>
+#include <sstream>
 #include <string>
 #include <vector>
 
@@ -188,6 +190,88 @@ TEST(S14Kernels, FmaAndPlainVariantsAgree) {
         EXPECT_EQ(zem::s14::lgamma_core_variant(x, true), zem::s14::lgamma_core_variant(x, false)) << x;
       }
     }
+}
+
+}  // namespace
+
+#include "s14/s14ba.h"
+
+namespace {
+
+struct pq_row {
+  std::string region;
+  double a, x;
+  zem::test::reference p, q;
+};
+
+std::vector<pq_row> read_pq(const std::string &path) {
+  std::vector<pq_row> rows;
+  std::ifstream in(path);
+  std::string line;
+  while (std::getline(in, line)) {
+    if (line.empty() || line[0] == '#') continue;
+    std::istringstream s(line);
+    pq_row r;
+    std::string a, x, ph, pu, qh, qu;
+    s >> r.region >> a >> x >> ph >> pu >> qh >> qu;
+    r.a = std::strtod(a.c_str(), nullptr);
+    r.x = std::strtod(x.c_str(), nullptr);
+    r.p = {std::strtod(ph.c_str(), nullptr), std::strtod(pu.c_str(), nullptr)};
+    r.q = {std::strtod(qh.c_str(), nullptr), std::strtod(qu.c_str(), nullptr)};
+    rows.push_back(r);
+  }
+  return rows;
+}
+
+// P and Q each to a relative error below 1e-13 wherever it exceeds 1e-300.
+TEST(S14ba, AgainstTables) {
+  const auto rows = read_pq(dir + "s14ba_reference.txt");
+  ASSERT_GT(rows.size(), 900u);
+  for (const auto &r : rows) {
+    engine_data en{};
+    char errbuf[200];
+    int64_t ifail = -99;
+    double p = -1.0, q = -1.0;
+    const double tol = 0.0;
+    s14bafn_(&en, &r.a, &r.x, &tol, &p, &q, errbuf, &ifail);
+    ASSERT_EQ(ifail, 0) << "a = " << r.a << " x = " << r.x;
+    if (r.p.hi > 1e-300) {
+      EXPECT_LT(zem::test::relative_error(p, r.p), 1e-13) << "P a = " << r.a << " x = " << r.x;
+    }
+    if (r.q.hi > 1e-300) {
+      EXPECT_LT(zem::test::relative_error(q, r.q), 1e-13) << "Q a = " << r.a << " x = " << r.x;
+    }
+  }
+}
+
+TEST(S14ba, EdgesAndFailures) {
+  struct row {
+    double a, x, p, q;
+    int64_t status;
+  } rows[] = {
+      {0.0, 1.0, 0.0, 0.0, 1},     {-1.0, 1.0, 0.0, 0.0, 1}, {-inf, 1.0, 0.0, 0.0, 1}, {1.0, -1.0, 0.0, 0.0, 2},
+      {1.0, -inf, 0.0, 0.0, 2},    {2.0, 0.0, 0.0, 1.0, 0},  {inf, 5.0, 0.0, 1.0, 0},  {3.0, inf, 1.0, 0.0, 0},
+      {1.0, 1.0, 0.63212055882855767, 0.36787944117144233, 0},
+  };
+  for (const auto &r : rows) {
+    engine_data en{};
+    char errbuf[200];
+    int64_t ifail = -99;
+    double p = -1.0, q = -1.0;
+    const double tol = 1e-10;
+    s14bafn_(&en, &r.a, &r.x, &tol, &p, &q, errbuf, &ifail);
+    EXPECT_EQ(ifail, r.status) << r.a << " " << r.x;
+    EXPECT_NEAR(p, r.p, 1e-10) << r.a << " " << r.x;
+    EXPECT_NEAR(q, r.q, 1e-10) << r.a << " " << r.x;
+  }
+  engine_data en{};
+  char errbuf[200];
+  int64_t ifail = -99;
+  double p = -1.0, q = -1.0;
+  const double one = 1.0, tol = 0.0;
+  s14bafn_(&en, &nan, &one, &tol, &p, &q, errbuf, &ifail);
+  EXPECT_TRUE(std::isnan(p) && std::isnan(q));
+  EXPECT_EQ(ifail, 0);
 }
 
 }  // namespace
