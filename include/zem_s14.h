@@ -24,3 +24,8 @@ void s14apf_(const int64_t *n, const double x[], double f[], int64_t ivalid[], i
 void s14bac(double a, double x, double tol, double *p, double *q, Zem_Fail *fail);
 void s14baf_(const double *a, const double *x, const double *tol, double *p, double *q, int64_t *ifail);
 #define zem_incomplete_gamma s14bac
+
+/* s14ac: psi(x) - ln x, x > 0. */
+double s14acc(double x, Zem_Fail *fail);
+double s14acf_(const double *x, int64_t *ifail);
+#define zem_psi_deriv_minus_log s14acc

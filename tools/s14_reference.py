@@ -7,6 +7,7 @@ tests/s14/data/:
                        every pole (1e-6 to 1e-2 away) and tiny arguments
   s14ab_reference.txt  ln Gamma(x), 0 < x <= 2.55e305, by region; points
                        next to the zeros at 1 and 2
+  s14ac_reference.txt  psi(x) - ln x, x from 2.3e-308 to 2.2e307, by region
   s14ba_reference.txt  P(a, x) and Q(a, x) on a grid of a in [1e-10, 1e5]
                        and x from a/100 to 100 a (columns: region, a, x,
                        P as hi units, Q as hi units)
@@ -118,6 +119,26 @@ def lgamma_points(rng):
     return pts
 
 
+def psi_minus_log(x):
+    """psi(x) - ln x, with the working precision raised by the digits the
+    two terms share (they cancel to -1/(2x))."""
+    with mp.workdps(mp.mp.dps + 20 + max(0, int(mp.log10(x)))):
+        v = mp.digamma(x) - mp.log(x)
+    return +v
+
+
+def psi_points(rng):
+    pts = []
+    for region, lo, hi, n in [("(0,1e-8]", 2.3e-308, 1e-8, 60), ("(1e-8,1)", 1e-8, 1.0, 120), ("[1,12)", 1.0, 12.0, 150),
+                              ("[12,1e4)", 12.0, 1e4, 120), ("[1e4,2.2e307]", 1e4, 2.2e307, 80)]:
+        xs = log_uniform(rng, lo, hi, n) if region[1] != "1" else [rng.uniform(lo, hi) for _ in range(n)]
+        if region == "[12,1e4)":
+            xs = log_uniform(rng, lo, hi, n)
+        pts += [(region, float(x)) for x in xs]
+    pts += [("[1,12)", 1.0), ("[1,12)", 1.4616321449683622), ("[12,1e4)", 12.0)]
+    return pts
+
+
 def write(path, what, pts, fn):
     with open(path, "w") as f:
         header(f, what)
@@ -176,6 +197,8 @@ def main():
     write(os.path.join(out, "s14ab_reference.txt"), "ln Gamma(x) of double arguments (s14ab).",
           lgamma_points(rng), mp.loggamma)
     write_incomplete_gamma(os.path.join(out, "s14ba_reference.txt"), rng)
+    write(os.path.join(out, "s14ac_reference.txt"), "psi(x) - ln x of double arguments (s14ac).",
+          psi_points(rng), psi_minus_log)
 
 
 if __name__ == "__main__":

@@ -28,6 +28,10 @@ int main(void) {
   show("s14abc(3e305)", s14abc(3e305, &fail), &fail);
   show("s14abc(-inf)", s14abc(-INFINITY, &fail), &fail);
   show("s14abc(1e-17)", s14abc(1e-17, &fail), &fail);
+  show("s14acc(1)", s14acc(1.0, &fail), &fail);
+  show("s14acc(-1)", s14acc(-1.0, &fail), &fail);
+  show("s14acc(1e308)", s14acc(1e308, &fail), &fail);
+  show("s14acc(1e-309)", s14acc(1e-309, &fail), &fail);
 
   s14anc(6, xv, f, ivalid, &fail);
   printf("s14anc: code %d errnum %lld\n%s\n", fail.code, (long long)fail.errnum, fail.message);

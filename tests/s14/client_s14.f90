@@ -2,7 +2,7 @@
 ! printed by the noisy soft-failure convention (ifail = -1), with its ifail.
 program client_s14
   use, intrinsic :: iso_fortran_env, only: int64, real64
-  use zem, only: s14aaf, s14abf, s14anf, s14apf, s14baf
+  use zem, only: s14aaf, s14abf, s14acf, s14anf, s14apf, s14baf
   implicit none
   real(real64) :: xs(5) = [171.0_real64, -171.0_real64, 0.0_real64, -4.0_real64, 2.5_real64]
   real(real64) :: f(5), y, p, q
@@ -34,4 +34,10 @@ program client_s14
   ifail = -1
   call s14baf(0.5_real64, -1.0_real64, 0.0_real64, p, q, ifail)
   write (*, '(a,2es12.4e2,a,i0)') 's14baf p, q =', p, q, '  ifail ', ifail
+  ifail = -1
+  y = s14acf(1.0e308_real64, ifail)
+  write (*, '(a,es24.16e3,a,i0)') 's14acf =', y, '  ifail ', ifail
+  ifail = -1
+  y = s14acf(1.0e-309_real64, ifail)
+  write (*, '(a,es24.16e3,a,i0)') 's14acf =', y, '  ifail ', ifail
 end program client_s14

@@ -275,3 +275,32 @@ TEST(S14ba, EdgesAndFailures) {
 }
 
 }  // namespace
+
+#include "s14/s14ac.h"
+
+namespace {
+
+// psi(x) - ln x within 4 units in the last place (it has no zeros).
+TEST(S14ac, AgainstTableAndEdges) {
+  int rows = 0;
+  for (const auto &r : zem::test::read_reference(dir + "s14ac_reference.txt", false)) {
+    const outcome o = call(s14acfn_, r.input);
+    ASSERT_EQ(o.status, 0) << r.input;
+    EXPECT_LE(zem::test::ulp_error(o.value, r.exact), 4.0) << r.region << " x = " << r.input;
+    ++rows;
+  }
+  EXPECT_GT(rows, 500);
+  struct row {
+    double x, value;
+    int64_t status;
+  } edges[] = {{0.0, 0.0, 1},   {-2.0, 0.0, 1}, {-inf, 0.0, 1},
+               {3e307, 0.0, 2}, {inf, 0.0, 2},  {1e-308, -std::numeric_limits<double>::max(), 3}};
+  for (const auto &e : edges) {
+    const outcome o = call(s14acfn_, e.x);
+    EXPECT_EQ(o.status, e.status) << e.x;
+    EXPECT_EQ(o.value, e.value) << e.x;
+  }
+  EXPECT_TRUE(std::isnan(call(s14acfn_, nan).value));
+}
+
+}  // namespace
