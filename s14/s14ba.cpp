@@ -130,6 +130,13 @@ ZEM_INTERNAL void s14bafn_(engine_data *, const double *a, const double *x, cons
   }
   const double t = *tol;
   const double eps = (t >= 0x1p-53 && t < 1.0) ? t : 0x1p-53;
+  // Beyond 2^900 the pairs of the exponent would overflow: the iteration is
+  // not attempted (status 3), and the step function P = [x > a] is returned.
+  if (av > 0x1p900) {
+    *p = xv > av ? 1.0 : 0.0;
+    *q = 1.0 - *p;
+    return zem::fail(errbuf, ifail, 3, 1003, static_cast<int64_t>(0));
+  }
   const zem::s14::pq r = zem::s14::incomplete_gamma(av, xv, eps);
   *p = r.p;
   *q = r.q;
