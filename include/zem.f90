@@ -13,4 +13,5 @@ module zem
   include 'zem_g05.fi'
   include 'zem_s15.fi'
   include 'zem_s30.fi'
+  include 'zem_s14.fi'
 end module zem

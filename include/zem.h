@@ -99,6 +99,7 @@ extern const int Zem_EnumTableTypeSize;
 #include "zem_g05.h"
 #include "zem_s15.h"
 #include "zem_s30.h"
+#include "zem_s14.h"
 
 #ifdef __cplusplus
 }

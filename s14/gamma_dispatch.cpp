@@ -1,0 +1,33 @@
+// The gamma kernels compiled twice: for every x86-64, and for processors
+// with fused multiply-add (and AVX2), where each error-free product is one
+// instruction instead of Dekker's seventeen.  The pairs, and so the results,
+// are the same bits either way; the choice is made per call from the
+// processor's feature bits (no state of our own).
+#include "s14/gamma.h"
+
+namespace zem::s14 {
+namespace {
+
+[[gnu::target("avx2,fma")]] double gamma_fast(double x) { return gamma_core_t<true>(x); }
+[[gnu::target("avx2,fma")]] double lgamma_fast(double x) { return lgamma_core_t<true>(x); }
+[[gnu::target("avx2,fma")]] double lgamma1p_fast(double a) { return lgamma1p_t<true>(a); }
+double lgamma1p_plain(double a) { return lgamma1p_t<false>(a); }
+[[gnu::target("avx2,fma")]] dd log_ratio_fast(double a, double x) { return log_ratio_term_t<true>(a, x); }
+dd log_ratio_plain(double a, double x) { return log_ratio_term_t<false>(a, x); }
+double gamma_plain(double x) { return gamma_core_t<false>(x); }
+double lgamma_plain(double x) { return lgamma_core_t<false>(x); }
+
+bool has_fma() { return __builtin_cpu_supports("fma") && __builtin_cpu_supports("avx2"); }
+
+}  // namespace
+
+double gamma_core(double x) { return has_fma() ? gamma_fast(x) : gamma_plain(x); }
+double lgamma_core(double x) { return has_fma() ? lgamma_fast(x) : lgamma_plain(x); }
+dd log_ratio_term(double a, double x) { return has_fma() ? log_ratio_fast(a, x) : log_ratio_plain(a, x); }
+double lgamma1p(double a) { return has_fma() ? lgamma1p_fast(a) : lgamma1p_plain(a); }
+
+// For the tests: both variants, whatever the processor.
+double gamma_core_variant(double x, bool fma) { return fma && has_fma() ? gamma_fast(x) : gamma_plain(x); }
+double lgamma_core_variant(double x, bool fma) { return fma && has_fma() ? lgamma_fast(x) : lgamma_plain(x); }
+
+}  // namespace zem::s14

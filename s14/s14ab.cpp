@@ -1,0 +1,50 @@
+// s14ab: ln Gamma(x) for x > 0.
+//
+// Checks in order: x <= 0 (status 1, result 0), x > x_big = 2.55e305
+// (status 2, result the largest double).  Then the rational approximations
+// of Cody and Hillstrom with the split points 0.5, 0.6796875, 1.5, 4 and 12,
+// and the Stirling series above 12 whose correction is dropped above
+// 2.24e76 (s14/gamma.h); x <= machine precision gives -ln x.
+#include "s14/s14ab.h"
+
+#include "s14/gamma.h"
+
+inline constexpr zem::message s14ab_messages[] = {
+    {1, 1001, NE_REAL_ARG_LE, {"On entry, x = %s.", "Constraint: x > 0.0."}},
+    {2, 1002, NE_REAL_ARG_GT, {"On entry, x = %s and", "the constant x_big = %s.", "Constraint: x <= x_big."}},
+};
+ZEM_REGISTER_MESSAGES(s14ab)
+
+ZEM_ENGINE_LAYERS(s14ab, S14AB_ARGS)
+
+namespace {
+
+[[gnu::cold, gnu::noinline]] void fail_s14ab(char *errbuf, int64_t *ifail, int code, double x) {
+  if (code == 1) return zem::fail(errbuf, ifail, 1, 1001, x);
+  zem::fail(errbuf, ifail, 2, 1002, x, zem::s14::lgamma_x_big);
+}
+
+}  // namespace
+
+ZEM_LAYER_INLINE void s14abfn_(engine_data *, const double *x, double *result, char *errbuf, int64_t *ifail) {
+  *ifail = 0;
+  int code = 0;
+  *result = zem::s14::lgamma_checked(*x, code);
+  if (__builtin_expect(code != 0, 0)) fail_s14ab(errbuf, ifail, code, *x);
+}
+
+ZEM_API double s14abf_(const double *x, int64_t *ifail) {
+  zem::f_entry call("s14abf", s14ab_messages);
+  double result = 0.0;
+  s14abft_(&call.en_data, x, &result, call.errbuf, &call.status);
+  call.finish(ifail);
+  return result;
+}
+
+ZEM_API double s14abc(double x, Zem_Fail *fail) {
+  zem::c_entry call("s14abc", s14ab_messages, fail);
+  double result = 0.0;
+  s14abft_(&call.en_data, &x, &result, call.errbuf, &call.status);
+  call.finish();
+  return result;
+}
