@@ -3,6 +3,7 @@
 // is part of the build a body carries no option set, and the model routines
 // read "Infinite Bound Size" at its default, 1.0e20.
 #include "e04/model.h"
+#include "frame/units.h"
 
 namespace zem::e04 {
 
@@ -13,6 +14,11 @@ bool attach_options(problem &p) noexcept {
 }
 
 void release_options(problem &p) noexcept { p.opts = p.opts_ref = nullptr; }
+
+void print_options(const problem &, int64_t unit, bool, bool *failed) noexcept {
+  if (zem::write_record(unit, " Begin of Options") != 0) *failed = true;
+  if (zem::write_record(unit, " End of Options") != 0) *failed = true;
+}
 
 double infinite_bound_size(const problem &) noexcept { return 1.0e20; }
 

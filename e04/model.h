@@ -171,6 +171,10 @@ void set_deleted_flags(problem &p, component c, const std::vector<char> &flags);
 // option set for a new body, and its release.  false: no memory.
 bool attach_options(problem &p) noexcept;
 void release_options(problem &p) noexcept;
+// Prints the option set on unit (all options, or those not at their
+// default), framed by "Begin of Options" and "End of Options"; sets *failed
+// when a write fails.
+void print_options(const problem &p, int64_t unit, bool all, bool *failed) noexcept;
 
 // The caller's handle for a new body: a header filled from the template,
 // linked to p.  Null on memory failure.
