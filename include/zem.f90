@@ -8,6 +8,7 @@ module zem
   include 'zem_frame.fi'
   include 'zem_c05.fi'
   include 'zem_d01.fi'
+  include 'zem_e04.fi'
   include 'zem_g01.fi'
   include 'zem_g05.fi'
   include 'zem_s15.fi'

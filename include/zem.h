@@ -94,6 +94,7 @@ extern const int Zem_EnumTableTypeSize;
 #include "zem_frame.h"
 #include "zem_c05.h"
 #include "zem_d01.h"
+#include "zem_e04.h"
 #include "zem_g01.h"
 #include "zem_g05.h"
 #include "zem_s15.h"
