@@ -44,6 +44,17 @@
   {13, 1044, NE_INVALID_VALUE, {"On entry, the optval supplied for the real optional parameter is not valid.", \
                                 "Option: %s%s", "optval = %s.", "Constraint: optval < %s."}}
 
+// For a solver: two options whose values contradict each other, found when
+// the solver starts.  The names are the options' mixed-case names, the two
+// values the record's, constraint the relation they must satisfy:
+//   ZEM_E04_OPTION_PAIR_ROW(6, 1101, "LPIPM NE Pert Min", "LPIPM NE Pert Max",
+//                           "'LPIPM NE Pert Min' <= 'LPIPM NE Pert Max'.")
+//   ... zem::fail(errbuf, ifail, 6, 1101, min_value, max_value);
+#define ZEM_E04_OPTION_PAIR_ROW(status, detail, name_a, name_b, constraint)            \
+  {status, detail, NE_REAL_2, {"On entry, '" name_a "' = %s and", "'" name_b "' = %s.", \
+                               "Constraint: " constraint,                                 \
+                               "Use zem_opt_handle_opt_set (e04zmc) to set compatible option values."}}
+
 namespace zem::e04 {
 
 // The option routines' first steps: the problem behind the handle, and for

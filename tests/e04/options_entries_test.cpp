@@ -66,3 +66,23 @@ TEST(OptionEntries, ShellAndCorruptedHandles) {
 }
 
 }  // namespace
+
+// The row a solver uses for two contradicting options reads as documented.
+#include "e04/option_messages.h"
+namespace {
+inline constexpr zem::message pair_messages[] = {
+    ZEM_E04_OPTION_PAIR_ROW(6, 1101, "LPIPM NE Pert Min", "LPIPM NE Pert Max",
+                            "'LPIPM NE Pert Min' <= 'LPIPM NE Pert Max'."),
+};
+TEST(OptionEntries, PairRowOfTheSolvers) {
+  char errbuf[200];
+  int64_t ifail = 0;
+  zem::fail(errbuf, &ifail, 6, 1101, 1.0e-2, 1.0e-3);
+  Zem_Fail fail = ZEM_FAIL_INIT;
+  zem::report_c("e04xxc", pair_messages, 6, errbuf, &fail);
+  EXPECT_STREQ(fail.message,
+               "NE_REAL_2:\n  On entry, 'LPIPM NE Pert Min' = 0.01 and\n  'LPIPM NE Pert Max' = 0.001.\n"
+               "  Constraint: 'LPIPM NE Pert Min' <= 'LPIPM NE Pert Max'.\n"
+               "  Use zem_opt_handle_opt_set (e04zmc) to set compatible option values.");
+}
+}  // namespace
