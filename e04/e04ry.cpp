@@ -121,7 +121,7 @@ struct printer {
     for (size_t e = first; e < first + count; ++e) {
       std::string t = "(" + std::to_string(m.row[e]) + "," + std::to_string(m.col[e]) + ")";
       l += field(t, 12) + (values ? num(m.val[e]) + "  " : "");
-      if (++k == (values ? 3 : 6)) {
+      if (++k == (values ? 2 : 6)) {
         line(l);
         l = indent;
         k = 0;

@@ -15,7 +15,12 @@ inline constexpr zem::message e04td_messages[] = {
                       {"On entry, comp = %s and", "idx = %s", "Constraint: 1 <= idx <= %s."}},
     {7, 1013, NE_DELETED, {"On entry, comp = %s and", "idx = %s.", "This component has been deleted."},
                           {"On entry, comp = %s and", "idx = %s", "This component has been deleted."}},
-    E04_ROWS_BOUNDS(10, 1021, "bli", "bui", "idx"),
+    {10, 1021, NE_BOUND, {"On entry, idx = %s,", "bli = %s and", "bui = %s.", "Constraint: bli <= bui."},
+                         {"On entry, idx = %s,", "bli = %s and", "bui = %s", "Constraint: bli <= bui."}},
+    {10, 1022, NE_BOUND, {"On entry, idx = %s,", "bli = %s,", "bigbnd = %s.", "Constraint: bli < bigbnd."},
+                         {"On entry, idx = %s,", "bli = %s,", "bigbnd = %s", "Constraint: bli < bigbnd."}},
+    {10, 1023, NE_BOUND, {"On entry, idx = %s,", "bui = %s,", "bigbnd = %s.", "Constraint: bui > -bigbnd."},
+                         {"On entry, idx = %s,", "bui = %s,", "bigbnd = %s", "Constraint: bui > -bigbnd."}},
 };
 ZEM_REGISTER_MESSAGES(e04td)
 

@@ -31,7 +31,7 @@
   {8, 1134, NE_FILE_INCOMPLETE, {"SDPA data: the objective vector is missing or incomplete."}},     \
   {8, 1135, NE_FILE_INCOMPLETE, {"SDPA data: the matrix entries are missing."}},                    \
   {8, 1136, NE_FILE_INCOMPLETE, {"SDPA data: the matrix entry on line %s is incomplete."}},         \
-  {8, 1137, NE_INVALID_FORMAT, {"SDPA data: line %s, position %s:", "the number could not be read."}}, \
+  {8, 1137, NE_INVALID_FORMAT, {"SDPA data: line %s,", "position %s: the number could not be read."}}, \
   {8, 1138, NE_INVALID_FORMAT, {"SDPA data: line %s:", "%s is out of range."}},                      \
   {8, 1139, NE_INVALID_FORMAT, {"SDPA data: line %s:", "the entry is not in the upper triangle."}},  \
   {8, 1140, NE_INVALID_FORMAT, {"SDPA data: line %s:", "a diagonal block has an entry off its diagonal."}}, \

@@ -124,6 +124,41 @@ void e04rtf_(void *const *handle, const int64_t *mf, const int64_t *nnzf, const 
              const double r[], int64_t *ifail);
 #define zem_opt_handle_set_qobj_factor e04rtc
 
+/* e04rd: read an SDPA problem into an empty handle from an open stream (C:
+ * a POSIX file descriptor; Fortran: a unit number), within the limits
+ * maxnvar, maxnblk, maxnnz (NE_INT_MAX reports the sizes needed). */
+void e04rdc(void *handle, int64_t infile, int64_t maxnvar, int64_t maxnblk, int64_t maxnnz, Zem_Fail *fail);
+void e04rdf_(void *const *handle, const int64_t *infile, const int64_t *maxnvar, const int64_t *maxnblk,
+             const int64_t *maxnnz, int64_t *ifail);
+#define zem_opt_sdpa_read e04rdc
+
+/* e04rw: read (ioflag 0) or write (ioflag 1) the integer array named by
+ * cmdstr ("WARM START BASIS", "MCS NUMBER POINTS", "MCS INITIAL POINTS",
+ * "EXPORT TRF"); liarr must be the data's size. */
+void e04rwc(void *handle, const char *cmdstr, int64_t ioflag, int64_t liarr, int64_t iarr[], Zem_Fail *fail);
+void e04rwf_(void *const *handle, const char *cmdstr, const int64_t *ioflag, const int64_t *liarr, int64_t iarr[],
+             int64_t *ifail, size_t cmdstr_len);
+#define zem_opt_handle_set_get_integer e04rwc
+
+/* e04rx: read (ioflag 0) or write (ioflag 1) the real array named by cmdstr
+ * ("PRIMAL", "DUAL VARIABLES", "SLACK VARIABLES", ... see docs/e04rx.md). */
+void e04rxc(void *handle, const char *cmdstr, int64_t ioflag, int64_t lrarr, double rarr[], Zem_Fail *fail);
+void e04rxf_(void *const *handle, const char *cmdstr, const int64_t *ioflag, const int64_t *lrarr, double rarr[],
+             int64_t *ifail, size_t cmdstr_len);
+#define zem_opt_handle_set_get_real e04rxc
+
+/* e04ry: print the sections named by the comma-separated keywords of cmdstr
+ * on unit nout (see docs/e04ry.md). */
+void e04ryc(void *handle, int64_t nout, const char *cmdstr, Zem_Fail *fail);
+void e04ryf_(void *const *handle, const int64_t *nout, const char *cmdstr, int64_t *ifail, size_t cmdstr_len);
+#define zem_opt_handle_print e04ryc
+
+/* e04sa: create a handle from the file fname: ftype "MPS"/"M" or "SDPA"/"S". */
+void e04sac(void **handle, const char *ftype, const char *fname, Zem_Fail *fail);
+void e04saf_(void **handle, const char *ftype, const char *fname, int64_t *ifail, size_t ftype_len,
+             size_t fname_len);
+#define zem_opt_handle_read_file e04sac
+
 /* e04ta: append nadd > 0 free continuous variables. */
 void e04tac(void *handle, int64_t nadd, Zem_Fail *fail);
 void e04taf_(void *const *handle, const int64_t *nadd, int64_t *ifail);
