@@ -288,6 +288,7 @@ TEST(Listing, FramedMixedCaseAndUnder80) {
   apply_setting(s, "print level", "3");
   solver_set_real(s, opt::time_limit, 10.0);
   std::remove("fort.73");
+  std::ofstream("fort.73").close();  // the unit's file must exist: the library creates none
   EXPECT_EQ(print_options(s, 73, print_which::user), 0);
   EXPECT_EQ(print_options(s, 73, print_which::solver_changed), 0);
   std::ifstream f("fort.73");
