@@ -19,9 +19,11 @@
 namespace zem::e04 {
 
 inline constexpr double inf = std::numeric_limits<double>::infinity();
-// Largest number of variables (and of rows of any component): the per-item
-// arrays of the body must stay addressable with room for their sizes.
-inline constexpr int64_t max_vars = int64_t{1} << 40;
+// Largest number of variables (and of rows of any component): 2^30, whose
+// per-variable arrays alone take 24 GB.  Beyond it a request is reported as
+// a memory failure at once, instead of committing (and touching) memory
+// the machine does not have.
+inline constexpr int64_t max_vars = int64_t{1} << 30;
 
 enum objective_kind : int64_t {
   obj_none = 0,       // "not defined"
