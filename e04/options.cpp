@@ -94,7 +94,8 @@ int print_options(const option_set &set, int64_t unit, print_which which) noexce
   for (int i = 0; i < option_count; ++i) {
     const option_info &o = registry[i];
     if (base_type(o.type) == type_skipped) continue;
-    if (which == print_which::user && is_internal(o)) continue;
+    if ((which == print_which::user || which == print_which::changed) && is_internal(o)) continue;
+    if (which == print_which::changed && set.istore[status_word(o)] == status_default) continue;
     if (changed_only && set.istore[status_word(o)] != status_solver) continue;
     rc |= print_line(set, i, unit);
   }

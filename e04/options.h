@@ -95,10 +95,11 @@ opt find_option(std::string_view name) noexcept;
 
 // Prints the set through the output units, one option per line, framed by
 // "Begin of Options" and "End of Options".  which = all: every option;
-// user: the options of types 1..3; solver_changed: only options with status
-// 3, framed by "Begin of options modified by the solver" / "End of Options".
-// Returns 0, or 1 when a record could not be written.
-enum class print_which : int { user = 1, all = 2, solver_changed = 3 };
+// user: the options of types 1..3; changed: the options of types 1..3 that
+// are not at their default (status 2 or 3); solver_changed: only options
+// with status 3, framed by "Begin of options modified by the solver" / "End
+// of Options".  Returns 0, or 1 when a record could not be written.
+enum class print_which : int { user = 1, all = 2, solver_changed = 3, changed = 4 };
 int print_options(const option_set &set, int64_t unit, print_which which = print_which::user) noexcept;
 
 }  // namespace zem::e04

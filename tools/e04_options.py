@@ -522,6 +522,9 @@ def make_doc(rows, iwords, rslots):
            "`> v` is the smallest value accepted, inclusive or strict. ε = 2^-53.", "",
            "`e04zm` also accepts the single word \"Defaults\", which puts every option back",
            "to its default. Names are never abbreviated.", "",
+           "The defaults, bounds and keyword lists below are the registry's own, one row",
+           "of one table per option (`tools/e04_options.py`). \"Print File\" defaults to the",
+           "advisory message unit current when the handle is created (`x04ab`).", "",
            f"Storage: {iwords} of the 600 integer words and {rslots} of the 200 real values are in use.",
            "Internal options (type marked *) serve the library's own diagnostics and are",
            "printed only by the full listing (`e04ry` \"ALL OPTIONS\").", ""]
