@@ -10,5 +10,6 @@ module zem
   include 'zem_d01.fi'
   include 'zem_g01.fi'
   include 'zem_g05.fi'
+  include 'zem_g22.fi'
   include 'zem_s15.fi'
 end module zem

@@ -96,6 +96,7 @@ extern const int Zem_EnumTableTypeSize;
 #include "zem_d01.h"
 #include "zem_g01.h"
 #include "zem_g05.h"
+#include "zem_g22.h"
 #include "zem_s15.h"
 
 #ifdef __cplusplus

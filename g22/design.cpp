@@ -1,0 +1,322 @@
+// Contrast codings and the plan of a design matrix: which columns a model
+// implies for a dataset, their labels, and how each is computed.
+#include <algorithm>
+#include <cmath>
+
+#include "g22/design.h"
+
+namespace zem::g22 {
+
+// ---- Codings -----------------------------------------------------------
+// The matrix of a contrast for L levels: row l holds the values the columns
+// take for an observation at level l.
+//   FIRST       e_2 .. e_L                       (level 1 is all zeros)
+//   LAST        e_1 .. e_{L-1}                   (level L is all zeros)
+//   SUM FIRST   columns for levels 2..L, level 1 is -1 in each
+//   SUM LAST    columns for levels 1..L-1, level L is -1 in each
+//   HELMERT     column j: -1 for levels 1..j, j for level j+1, 0 after
+//   POLYNOMIAL  orthonormal polynomials of degree 1..L-1 in the level number
+//   DUMMY       e_1 .. e_L
+coding make_coding(contrast c, int64_t L) {
+  coding k;
+  k.levels = L;
+  k.ncol = c == dummy ? L : L - 1;
+  k.m.assign(static_cast<size_t>(L * k.ncol), 0.0);
+  auto at = [&](int64_t level, int64_t col) -> double & { return k.m[(level - 1) * k.ncol + (col - 1)]; };
+  auto label = [&](int64_t v) { k.labels.push_back(std::to_string(v)); };
+  switch (c) {
+    case first:
+      for (int64_t j = 1; j <= L - 1; ++j) at(j + 1, j) = 1.0, label(j + 1);
+      break;
+    case last:
+      for (int64_t j = 1; j <= L - 1; ++j) at(j, j) = 1.0, label(j);
+      break;
+    case sum_first:
+      for (int64_t j = 1; j <= L - 1; ++j) at(j + 1, j) = 1.0, at(1, j) = -1.0, label(j + 1);
+      break;
+    case sum_last:
+      for (int64_t j = 1; j <= L - 1; ++j) at(j, j) = 1.0, at(L, j) = -1.0, label(j);
+      break;
+    case helmert:
+      for (int64_t j = 1; j <= L - 1; ++j) {
+        for (int64_t l = 1; l <= j; ++l) at(l, j) = -1.0;
+        at(j + 1, j) = static_cast<double>(j);
+        label(j);
+      }
+      break;
+    case polynomial: {
+      // Three-term recurrence on the centred level numbers, each column
+      // normalised as it is made (so nothing grows with the degree) and
+      // orthogonalised once more against the two before it.
+      std::vector<double> x(L), prev(L, 0.0), q(L, 1.0 / std::sqrt(static_cast<double>(L))), r(L);
+      for (int64_t l = 0; l < L; ++l) x[l] = static_cast<double>(l) - static_cast<double>(L - 1) / 2.0;
+      auto dot = [&](const std::vector<double> &a, const std::vector<double> &b) {
+        double s = 0.0;
+        for (int64_t l = 0; l < L; ++l) s += a[l] * b[l];
+        return s;
+      };
+      for (int64_t j = 1; j <= L - 1; ++j) {
+        for (int64_t l = 0; l < L; ++l) r[l] = x[l] * q[l];
+        for (const std::vector<double> *b : {&q, &prev}) {
+          for (int pass = 0; pass < 2; ++pass) {
+            const double c2 = dot(r, *b);
+            for (int64_t l = 0; l < L; ++l) r[l] -= c2 * (*b)[l];
+          }
+        }
+        const double nr = std::sqrt(dot(r, r));
+        for (int64_t l = 0; l < L; ++l) r[l] /= nr;
+        prev = q;
+        q = r;
+        for (int64_t l = 1; l <= L; ++l) at(l, j) = std::fabs(q[l - 1]) < 1e-15 ? 0.0 : q[l - 1];
+        std::string lab = j == 1 ? ".L" : j == 2 ? ".Q" : j == 3 ? ".C" : "^";
+        if (j > 3) lab += std::to_string(j);
+        k.labels.push_back(std::move(lab));
+      }
+      break;
+    }
+    case dummy:
+    default:
+      for (int64_t j = 1; j <= L; ++j) at(j, j) = 1.0, label(j);
+      break;
+  }
+  return k;
+}
+
+// ---- The plan ----------------------------------------------------------
+namespace {
+
+bool subset(const std::vector<int> &a, const std::vector<int> &b) {
+  return std::includes(b.begin(), b.end(), a.begin(), a.end());
+}
+
+}  // namespace
+
+void plan_design(const formula_model &f, const data_description &d, design_description &x, error_record &e) {
+  x.formula = f.text;
+  x.nobs = d.nobs;
+  x.by_variables = d.by_variables;
+  x.mean = f.has_mean();
+  x.names = d.names;
+
+  // Formula variables to data variables (names match exactly).
+  std::vector<int64_t> datavar(f.names.size(), -1);
+  for (const term &t : f.terms)
+    for (int v : t.vars) {
+      if (datavar[v] >= 0) continue;
+      for (int64_t j = 0; j < d.nvar; ++j)
+        if (d.names[j] == f.names[v]) datavar[v] = j;
+      if (datavar[v] < 0) return void(e.raise(ierr_g22_unknown_variable, "plan_design").c(f.names[v]));
+    }
+  auto categorical = [&](int v) { return d.levels[datavar[v]] > 1; };
+
+  // How each categorical variable of each term is coded.  A variable is
+  // coded by its contrast when the rest of its term (its margin) is empty or
+  // lies inside an earlier term; otherwise the margin is not in the model
+  // and the variable gets one indicator per level, so that the term spans
+  // what the missing margin would have.  Without a mean, the first
+  // categorical variable of the first term that has one is coded by
+  // indicators.
+  bool full_done = x.mean;
+  for (size_t ti = 0; ti < f.terms.size(); ++ti) {
+    const term &t = f.terms[ti];
+    design_term dt;
+    std::string label;
+    for (size_t k = 0; k < t.vars.size(); ++k) {
+      const int v = t.vars[k];
+      dt.vars.push_back(datavar[v]);
+      dt.levels.push_back(d.levels[datavar[v]]);
+      if (k) label += ':';
+      label += f.names[v];
+      contrast c = t.specs[k] != none ? t.specs[k] : f.default_contrast;
+      dt.requested.push_back(c);
+      if (categorical(v) && c != dummy) {
+        std::vector<int> margin = t.vars;
+        margin.erase(margin.begin() + static_cast<long>(k));
+        bool inside = margin.empty();
+        for (size_t tj = 0; tj < ti && !inside; ++tj) inside = subset(margin, f.terms[tj].vars);
+        if (!inside) c = dummy;
+      }
+      if (categorical(v) && !full_done) {
+        c = dummy;
+        full_done = true;
+      }
+      dt.coding.push_back(c);
+    }
+    dt.label = label;
+    x.terms.push_back(std::move(dt));
+  }
+
+  // Columns: the mean, then term by term; within a term the first
+  // variable's columns vary fastest.
+  constexpr int64_t max_columns = 10000000;
+  x.mx = 0;
+  if (x.mean) {
+    x.col_term.push_back(0);
+    x.labels.emplace_back("Intercept");
+    x.col_factors.emplace_back();
+    ++x.mx;
+  }
+  for (size_t ti = 0; ti < x.terms.size(); ++ti) {
+    const design_term &dt = x.terms[ti];
+    std::vector<coding> codes(dt.vars.size());
+    int64_t ncol = 1;
+    for (size_t k = 0; k < dt.vars.size(); ++k) {
+      if (dt.levels[k] <= 1) continue;
+      codes[k] = make_coding(dt.coding[k], dt.levels[k]);
+      ncol *= codes[k].ncol;
+      if (ncol > max_columns) return void(e.raise(ierr_g22_too_large, "plan_design").i(max_columns));
+    }
+    if (x.mx + ncol > max_columns) return void(e.raise(ierr_g22_too_large, "plan_design").i(max_columns));
+    std::vector<int64_t> idx(dt.vars.size(), 1);
+    for (int64_t c = 0; c < ncol; ++c) {
+      std::string lab;
+      std::vector<column_factor> fac;
+      for (size_t k = 0; k < dt.vars.size(); ++k) {
+        if (k) lab += ':';
+        lab += d.names[dt.vars[k]];
+        if (dt.levels[k] > 1) {
+          lab += codes[k].labels[idx[k] - 1];
+          fac.push_back({dt.vars[k], idx[k]});
+        } else {
+          fac.push_back({dt.vars[k], 0});
+        }
+      }
+      x.col_term.push_back(static_cast<int64_t>(ti) + 1);
+      x.labels.push_back(std::move(lab));
+      x.col_factors.push_back(std::move(fac));
+      for (size_t k = 0; k < dt.vars.size(); ++k) {  // next combination, first variable fastest
+        if (dt.levels[k] <= 1) continue;
+        if (++idx[k] <= codes[k].ncol) break;
+        idx[k] = 1;
+      }
+    }
+    x.mx += ncol;
+  }
+
+  // Categorical variables, but neither a mean nor a main effect of one.
+  if (!x.mean) {
+    bool any_cat = false, cat_main = false;
+    for (const design_term &dt : x.terms)
+      for (int64_t L : dt.levels)
+        if (L > 1) {
+          any_cat = true;
+          if (dt.vars.size() == 1) cat_main = true;
+        }
+    if (any_cat && !cat_main) e.raise(ierr_g22_no_main_effects, "plan_design", severity::warning);
+  }
+}
+
+bool design_is_data(const design_description &x, const data_description &d) {
+  if (x.mean || x.mx != d.nvar || static_cast<int64_t>(x.terms.size()) != d.nvar) return false;
+  for (int64_t j = 0; j < d.nvar; ++j) {
+    const design_term &t = x.terms[j];
+    if (t.vars.size() != 1 || t.vars[0] != j || t.levels[0] != 1) return false;
+  }
+  return true;
+}
+
+bool check_levels(const design_description &x, const data_description &d, const double *dat, int64_t lddat,
+                  error_record &e) {
+  std::vector<char> seen(d.nvar, 0);
+  for (const design_term &t : x.terms)
+    for (size_t k = 0; k < t.vars.size(); ++k) {
+      const int64_t j = t.vars[k];
+      if (t.levels[k] <= 1 || seen[j]) continue;
+      seen[j] = 1;
+      const double L = static_cast<double>(t.levels[k]);
+      for (int64_t i = 0; i < d.nobs; ++i) {
+        const double v = d.by_variables ? dat[j + i * lddat] : dat[i + j * lddat];
+        if (!(v >= 1.0 && v <= L && v == std::floor(v))) {
+          e.raise(ierr_g22_bad_level_value, "check_levels").i(j + 1).i(i + 1).r(v);
+          return false;
+        }
+      }
+    }
+  return true;
+}
+
+namespace {
+
+// One column: its factors, each a data variable and either a table of L
+// values (a categorical variable's coding column) or none (continuous).
+struct column_plan {
+  std::vector<int64_t> var;
+  std::vector<const double *> table;
+  int n = 0;
+  bool mean = false;
+};
+
+template <bool ByVar>
+void fill_columns(const std::vector<column_plan> &cols, int64_t nobs, const double *dat, int64_t lddat, double *out,
+                  int64_t ldx) {
+  auto D = [&](int64_t i, int64_t j) { return ByVar ? dat[j + i * lddat] : dat[i + j * lddat]; };
+  auto X = [&](int64_t i, int64_t c) -> double & { return ByVar ? out[c + i * ldx] : out[i + c * ldx]; };
+  for (size_t c = 0; c < cols.size(); ++c) {
+    const column_plan &p = cols[c];
+    const int64_t cc = static_cast<int64_t>(c);
+    if (p.mean) {
+      for (int64_t i = 0; i < nobs; ++i) X(i, cc) = 1.0;
+    } else if (p.n == 1 && !p.table[0]) {
+      for (int64_t i = 0; i < nobs; ++i) X(i, cc) = D(i, p.var[0]);
+    } else if (p.n == 1) {
+      const double *t = p.table[0] - 1;
+      for (int64_t i = 0; i < nobs; ++i) X(i, cc) = t[static_cast<int64_t>(D(i, p.var[0]))];
+    } else {
+      for (int64_t i = 0; i < nobs; ++i) {
+        double v = 1.0;
+        for (int k = 0; k < p.n; ++k) {
+          const double a = D(i, p.var[k]);
+          v *= p.table[k] ? p.table[k][static_cast<int64_t>(a) - 1] : a;
+        }
+        X(i, cc) = v;
+      }
+    }
+  }
+}
+
+}  // namespace
+
+void fill_design(const design_description &x, const double *dat, int64_t lddat, double *out, int64_t ldx) {
+  // The coding tables, one per (term, variable), transposed so that each
+  // coding column is a run of L values.
+  std::vector<std::vector<double>> tables;
+  std::vector<std::vector<size_t>> first_table(x.terms.size());
+  for (size_t ti = 0; ti < x.terms.size(); ++ti) {
+    const design_term &t = x.terms[ti];
+    for (size_t k = 0; k < t.vars.size(); ++k) {
+      first_table[ti].push_back(tables.size());
+      if (t.levels[k] <= 1) {
+        tables.emplace_back();
+        continue;
+      }
+      const coding cd = make_coding(t.coding[k], t.levels[k]);
+      std::vector<double> tr(static_cast<size_t>(cd.ncol * cd.levels));
+      for (int64_t l = 0; l < cd.levels; ++l)
+        for (int64_t j = 0; j < cd.ncol; ++j) tr[j * cd.levels + l] = cd.m[l * cd.ncol + j];
+      tables.push_back(std::move(tr));
+    }
+  }
+  std::vector<column_plan> cols(static_cast<size_t>(x.mx));
+  for (int64_t c = 0; c < x.mx; ++c) {
+    column_plan &p = cols[c];
+    const int64_t ti = x.col_term[c];
+    if (ti == 0) {
+      p.mean = true;
+      continue;
+    }
+    const design_term &t = x.terms[ti - 1];
+    const std::vector<column_factor> &f = x.col_factors[c];
+    for (size_t k = 0; k < f.size(); ++k) {
+      p.var.push_back(f[k].var);
+      p.table.push_back(f[k].column == 0 ? nullptr
+                                         : tables[first_table[ti - 1][k]].data() + (f[k].column - 1) * t.levels[k]);
+      ++p.n;
+    }
+  }
+  if (x.by_variables)
+    fill_columns<true>(cols, x.nobs, dat, lddat, out, ldx);
+  else
+    fill_columns<false>(cols, x.nobs, dat, lddat, out, ldx);
+}
+
+}  // namespace zem::g22
