@@ -259,8 +259,22 @@ void fill_columns(const std::vector<column_plan> &cols, int64_t nobs, const doub
     } else if (p.n == 1 && !p.table[0]) {
       for (int64_t i = 0; i < nobs; ++i) X(i, cc) = D(i, p.var[0]);
     } else if (p.n == 1) {
-      const double *t = p.table[0] - 1;
-      for (int64_t i = 0; i < nobs; ++i) X(i, cc) = t[static_cast<int64_t>(D(i, p.var[0]))];
+      const double *t = p.table[0];
+      for (int64_t i = 0; i < nobs; ++i) X(i, cc) = t[static_cast<int64_t>(D(i, p.var[0])) - 1];
+    } else if (p.n == 2) {
+      // Two-variable interactions, the common case, without the inner loop.
+      const double *ta = p.table[0], *tb = p.table[1];
+      const int64_t a = p.var[0], b = p.var[1];
+      if (ta && tb) {
+        for (int64_t i = 0; i < nobs; ++i)
+          X(i, cc) = ta[static_cast<int64_t>(D(i, a)) - 1] * tb[static_cast<int64_t>(D(i, b)) - 1];
+      } else if (ta) {
+        for (int64_t i = 0; i < nobs; ++i) X(i, cc) = ta[static_cast<int64_t>(D(i, a)) - 1] * D(i, b);
+      } else if (tb) {
+        for (int64_t i = 0; i < nobs; ++i) X(i, cc) = D(i, a) * tb[static_cast<int64_t>(D(i, b)) - 1];
+      } else {
+        for (int64_t i = 0; i < nobs; ++i) X(i, cc) = D(i, a) * D(i, b);
+      }
     } else {
       for (int64_t i = 0; i < nobs; ++i) {
         double v = 1.0;

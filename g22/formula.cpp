@@ -25,8 +25,8 @@ namespace zem::g22 {
 namespace {
 
 // Limits that keep any input's work bounded.
-constexpr size_t max_terms = 16384;           // terms one expression may expand to
-constexpr size_t max_products = size_t{1} << 22;  // unions one operator may form
+constexpr size_t max_terms = 4096;            // terms one expression may expand to
+constexpr size_t max_products = size_t{1} << 18;  // unions one operator may form
 constexpr int max_depth = 200;        // nesting of parentheses
 
 enum class tok { name, number, op, end };
