@@ -19,35 +19,29 @@ namespace zem::g22 {
 //   DUMMY       e_1 .. e_L
 coding make_coding(contrast c, int64_t L) {
   coding k;
+  k.c = c;
   k.levels = L;
-  k.ncol = c == dummy ? L : L - 1;
-  k.m.assign(static_cast<size_t>(L * k.ncol), 0.0);
-  auto at = [&](int64_t level, int64_t col) -> double & { return k.m[(level - 1) * k.ncol + (col - 1)]; };
+  k.ncol = coding_columns(c, L);
   auto label = [&](int64_t v) { k.labels.push_back(std::to_string(v)); };
   switch (c) {
     case first:
-      for (int64_t j = 1; j <= L - 1; ++j) at(j + 1, j) = 1.0, label(j + 1);
+    case sum_first:
+      for (int64_t j = 1; j <= L - 1; ++j) label(j + 1);
       break;
     case last:
-      for (int64_t j = 1; j <= L - 1; ++j) at(j, j) = 1.0, label(j);
-      break;
-    case sum_first:
-      for (int64_t j = 1; j <= L - 1; ++j) at(j + 1, j) = 1.0, at(1, j) = -1.0, label(j + 1);
-      break;
     case sum_last:
-      for (int64_t j = 1; j <= L - 1; ++j) at(j, j) = 1.0, at(L, j) = -1.0, label(j);
-      break;
     case helmert:
-      for (int64_t j = 1; j <= L - 1; ++j) {
-        for (int64_t l = 1; l <= j; ++l) at(l, j) = -1.0;
-        at(j + 1, j) = static_cast<double>(j);
-        label(j);
-      }
+      for (int64_t j = 1; j <= L - 1; ++j) label(j);
+      break;
+    case dummy:
+    case none:
+      for (int64_t j = 1; j <= L; ++j) label(j);
       break;
     case polynomial: {
       // Three-term recurrence on the centred level numbers, each column
       // normalised as it is made (so nothing grows with the degree) and
-      // orthogonalised once more against the two before it.
+      // orthogonalised twice more against the two before it.
+      k.m.assign(static_cast<size_t>(L * k.ncol), 0.0);
       std::vector<double> x(L), prev(L, 0.0), q(L, 1.0 / std::sqrt(static_cast<double>(L))), r(L);
       for (int64_t l = 0; l < L; ++l) x[l] = static_cast<double>(l) - static_cast<double>(L - 1) / 2.0;
       auto dot = [&](const std::vector<double> &a, const std::vector<double> &b) {
@@ -67,19 +61,40 @@ coding make_coding(contrast c, int64_t L) {
         for (int64_t l = 0; l < L; ++l) r[l] /= nr;
         prev = q;
         q = r;
-        for (int64_t l = 1; l <= L; ++l) at(l, j) = std::fabs(q[l - 1]) < 1e-15 ? 0.0 : q[l - 1];
+        for (int64_t l = 1; l <= L; ++l) k.m[(l - 1) * k.ncol + (j - 1)] = std::fabs(q[l - 1]) < 1e-15 ? 0.0 : q[l - 1];
         std::string lab = j == 1 ? ".L" : j == 2 ? ".Q" : j == 3 ? ".C" : "^";
         if (j > 3) lab += std::to_string(j);
         k.labels.push_back(std::move(lab));
       }
       break;
     }
-    case dummy:
-    default:
-      for (int64_t j = 1; j <= L; ++j) at(j, j) = 1.0, label(j);
-      break;
   }
   return k;
+}
+
+// The codings (row l = the values of the columns for level l):
+//   FIRST       e_2 .. e_L                       (level 1 is all zeros)
+//   LAST        e_1 .. e_{L-1}                   (level L is all zeros)
+//   SUM FIRST   columns for levels 2..L, level 1 is -1 in each
+//   SUM LAST    columns for levels 1..L-1, level L is -1 in each
+//   HELMERT     column j: -1 for levels 1..j, j for level j+1, 0 after
+//   POLYNOMIAL  orthonormal polynomials of degree 1..L-1 in the level number
+//   DUMMY       e_1 .. e_L
+double coding::value(int64_t l, int64_t j) const {
+  switch (c) {
+    case first: return l == j + 1 ? 1.0 : 0.0;
+    case last: return l == j ? 1.0 : 0.0;
+    case sum_first: return l == 1 ? -1.0 : l == j + 1 ? 1.0 : 0.0;
+    case sum_last: return l == levels ? -1.0 : l == j ? 1.0 : 0.0;
+    case helmert: return l <= j ? -1.0 : l == j + 1 ? static_cast<double>(j) : 0.0;
+    case polynomial: return m[(l - 1) * ncol + (j - 1)];
+    default: return l == j ? 1.0 : 0.0;
+  }
+}
+
+void coding::column(int64_t j, std::vector<double> &out) const {
+  out.resize(static_cast<size_t>(levels));
+  for (int64_t l = 1; l <= levels; ++l) out[l - 1] = value(l, j);
 }
 
 // ---- The plan ----------------------------------------------------------
@@ -148,7 +163,7 @@ void plan_design(const formula_model &f, const data_description &d, design_descr
 
   // Columns: the mean, then term by term; within a term the first
   // variable's columns vary fastest.
-  constexpr int64_t max_columns = 10000000;
+  constexpr int64_t max_columns = 1000000;
   x.mx = 0;
   if (x.mean) {
     x.col_term.push_back(0);
@@ -160,12 +175,17 @@ void plan_design(const formula_model &f, const data_description &d, design_descr
     const design_term &dt = x.terms[ti];
     std::vector<coding> codes(dt.vars.size());
     int64_t ncol = 1;
-    for (size_t k = 0; k < dt.vars.size(); ++k) {
+    for (size_t k = 0; k < dt.vars.size(); ++k) {  // sizes first: nothing is made for a refused term
       if (dt.levels[k] <= 1) continue;
-      codes[k] = make_coding(dt.coding[k], dt.levels[k]);
-      ncol *= codes[k].ncol;
-      if (ncol > max_columns) return void(e.raise(ierr_g22_too_large, "plan_design").i(max_columns));
+      if (dt.coding[k] == polynomial && dt.levels[k] > max_poly_levels)
+        return void(e.raise(ierr_g22_poly_levels, "plan_design").c(d.names[dt.vars[k]]).i(dt.levels[k]));
+      const int64_t cc = coding_columns(dt.coding[k], dt.levels[k]);
+      if (cc > max_columns || ncol > max_columns / cc)
+        return void(e.raise(ierr_g22_too_large, "plan_design").i(max_columns));
+      ncol *= cc;
     }
+    for (size_t k = 0; k < dt.vars.size(); ++k)
+      if (dt.levels[k] > 1) codes[k] = make_coding(dt.coding[k], dt.levels[k]);
     if (x.mx + ncol > max_columns) return void(e.raise(ierr_g22_too_large, "plan_design").i(max_columns));
     std::vector<int64_t> idx(dt.vars.size(), 1);
     for (int64_t c = 0; c < ncol; ++c) {
@@ -291,46 +311,45 @@ void fill_columns(const std::vector<column_plan> &cols, int64_t nobs, const doub
 }  // namespace
 
 void fill_design(const design_description &x, const double *dat, int64_t lddat, double *out, int64_t ldx) {
-  // The coding tables, one per (term, variable), transposed so that each
-  // coding column is a run of L values.
-  std::vector<std::vector<double>> tables;
-  std::vector<std::vector<size_t>> first_table(x.terms.size());
+  // Column by column, each with the coding columns it needs (L values per
+  // categorical variable): the memory used is a few columns' tables, never
+  // the whole coding of a many-level variable.
+  std::vector<coding> codes;
+  std::vector<std::vector<size_t>> code_of(x.terms.size());
   for (size_t ti = 0; ti < x.terms.size(); ++ti) {
     const design_term &t = x.terms[ti];
     for (size_t k = 0; k < t.vars.size(); ++k) {
-      first_table[ti].push_back(tables.size());
-      if (t.levels[k] <= 1) {
-        tables.emplace_back();
-        continue;
-      }
-      const coding cd = make_coding(t.coding[k], t.levels[k]);
-      std::vector<double> tr(static_cast<size_t>(cd.ncol * cd.levels));
-      for (int64_t l = 0; l < cd.levels; ++l)
-        for (int64_t j = 0; j < cd.ncol; ++j) tr[j * cd.levels + l] = cd.m[l * cd.ncol + j];
-      tables.push_back(std::move(tr));
+      code_of[ti].push_back(codes.size());
+      codes.push_back(t.levels[k] > 1 ? make_coding(t.coding[k], t.levels[k]) : coding{});
     }
   }
-  std::vector<column_plan> cols(static_cast<size_t>(x.mx));
+  std::vector<std::vector<double>> tables;
   for (int64_t c = 0; c < x.mx; ++c) {
-    column_plan &p = cols[c];
+    std::vector<column_plan> cols(1);
+    column_plan &p = cols[0];
     const int64_t ti = x.col_term[c];
     if (ti == 0) {
       p.mean = true;
-      continue;
+    } else {
+      const std::vector<column_factor> &f = x.col_factors[c];
+      if (tables.size() < f.size()) tables.resize(f.size());
+      for (size_t k = 0; k < f.size(); ++k) {
+        p.var.push_back(f[k].var);
+        if (f[k].column == 0) {
+          p.table.push_back(nullptr);
+        } else {
+          codes[code_of[ti - 1][k]].column(f[k].column, tables[k]);
+          p.table.push_back(tables[k].data());
+        }
+        ++p.n;
+      }
     }
-    const design_term &t = x.terms[ti - 1];
-    const std::vector<column_factor> &f = x.col_factors[c];
-    for (size_t k = 0; k < f.size(); ++k) {
-      p.var.push_back(f[k].var);
-      p.table.push_back(f[k].column == 0 ? nullptr
-                                         : tables[first_table[ti - 1][k]].data() + (f[k].column - 1) * t.levels[k]);
-      ++p.n;
-    }
+    double *xc = x.by_variables ? out + c : out + c * ldx;
+    if (x.by_variables)
+      fill_columns<true>(cols, x.nobs, dat, lddat, xc, ldx);
+    else
+      fill_columns<false>(cols, x.nobs, dat, lddat, xc, ldx);
   }
-  if (x.by_variables)
-    fill_columns<true>(cols, x.nobs, dat, lddat, out, ldx);
-  else
-    fill_columns<false>(cols, x.nobs, dat, lddat, out, ldx);
 }
 
 }  // namespace zem::g22

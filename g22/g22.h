@@ -96,6 +96,7 @@ enum ierr : int {
   ierr_g22_unknown_variable,
   ierr_g22_bad_level_value,
   ierr_g22_too_large,
+  ierr_g22_poly_levels,
   ierr_g22_no_main_effects,  // warning
   ierr_g22_size_alternative, // warning
   ierr_g22_size_query,       // warning
@@ -262,12 +263,24 @@ std::vector<std::string> describe(void *h, kind k);
 
 // The coding matrix of a contrast for L levels: L rows, cols() columns,
 // row-major; labels of its columns (appended to the variable name).
+// Only the polynomial coding is stored (m[(level-1)*ncol + column-1]); the
+// others are computed (value()), so a variable of many levels costs no
+// L-by-L matrix.
 struct coding {
+  contrast c = first;
   int64_t levels = 0;
   int64_t ncol = 0;
-  std::vector<double> m;               // m[(level-1)*ncol + column-1]
+  std::vector<double> m;
   std::vector<std::string> labels;
+  double value(int64_t level, int64_t col) const;
+  // The L values of coding column col (1-based) into out.
+  void column(int64_t col, std::vector<double> &out) const;
 };
+// Most levels a polynomial coding is made for (beyond, its higher degrees
+// carry no accuracy in double precision).
+inline constexpr int64_t max_poly_levels = 1000;
+// Number of coding columns of c for L levels.
+inline int64_t coding_columns(contrast c, int64_t L) { return c == dummy ? L : L - 1; }
 coding make_coding(contrast c, int64_t levels);
 
 // Concatenation (written out: the compiler's warnings misfire on
