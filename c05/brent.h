@@ -32,6 +32,19 @@ namespace zem::c05 {
 // cannot be halved any further.
 inline constexpr double eps_rel = 0x1p-53;
 
+// Half the largest double: a half-width beyond it overflowed.
+inline constexpr double max_half_width = 0x1.fffffffffffffp+1022;
+
+// A bound on the work of one solve.  The bracket starts finite (end points
+// are checked) and at most as wide as the range of the doubles, 2^1025; the
+// iteration ends once it is below the rounding unit of b or the tolerance,
+// which bisection alone reaches within k = 1025 + 1074 + 1 = 2100 halvings.
+// Brent's method needs at most (k + 1)^2 evaluations where bisection needs
+// k (his proof: an interpolation step is accepted only while the steps keep
+// halving every second iteration), so no solve can run past this count; the
+// direct solvers stop there with the "no further improvement" warning.
+inline constexpr int64_t max_iterations = 2101 * 2101;
+
 inline bool non_positive(double v) { return v <= 0.0; }
 
 // The bracket and the last steps: b the best point, c the contrapoint
@@ -66,7 +79,10 @@ enum class brent_next { evaluate, converged, too_small };
   // 3. Tolerance: tolx * max(|b|, 1) mixed (ir = 0), tolx absolute (1),
   //    tolx * |b| relative (2).
   const double tol = ir == 1 ? tolx : ir == 2 ? tolx * std::fabs(s.b) : tolx * std::max(std::fabs(s.b), 1.0);
-  const double m = (s.c - s.b) * 0.5;
+  // (On an interval as wide as the range of the doubles, c - b overflows;
+  //  the halves are subtracted instead, which rounds the same way.)
+  double m = (s.c - s.b) * 0.5;
+  if (__builtin_expect(std::fabs(m) > max_half_width, 0)) m = s.c * 0.5 - s.b * 0.5;
   // 4. Converged (the caller asks for f at b once more, for the pole test).
   if (std::fabs(m) <= tol || s.fb == 0.0) return brent_next::converged;
   // 5. The bracket is down to the rounding unit of b.  A bracket that is no
@@ -106,6 +122,27 @@ enum class brent_next { evaluate, converged, too_small };
   return brent_next::evaluate;
 }
 
+// Whether x, y and c are what the request `ind` left: the point to evaluate
+// is the one stored, and the stored function values are ones a caller
+// supplied (never 0: an exact zero ends the solve).  A state that no proper
+// sequence of calls leaves (a first entry with ind = 2, 3 or 4, an array
+// cleared or overwritten mid-solve, x changed) fails this test, so that it
+// is reported instead of being taken for a bracket.
+inline bool state_is_consistent(double x, double y, const double *c, int64_t ind) {
+  if (!std::isfinite(x) || !std::isfinite(y)) return false;
+  const auto same = [](double u, double v) { return u == v || (std::isnan(u) && std::isnan(v)); };
+  switch (ind) {
+    case 2:  // x and y as stored by the initial entry
+      return x == c[2] && y == c[3] && x != y;
+    case 3:  // x and y swapped, f(x0) stored
+      return x == c[3] && y == c[2] && c[9] == 0.0 && c[1] != 0.0 && same(c[8], std::fabs(c[1]));
+    default:  // 4: an iterate, or the converged point
+      if (c[8] == 0.0 || !(c[9] == 0.0 || c[9] == 1.0)) return false;
+      if (c[9] == 1.0) return x == c[3] && y == c[6];
+      return x == c[3] && c[1] != 0.0 && c[7] != 0.0 && std::isfinite(c[2]) && std::isfinite(c[6]);
+  }
+}
+
 // The reverse-communication entry: checks, the state machine of ind, and
 // one iteration with the state kept in c.
 [[gnu::always_inline]] inline void c05az_core(double *x, double *y, const double *fx, const double *tolx, const int64_t *ir, double *c,
@@ -124,6 +161,19 @@ enum class brent_next { evaluate, converged, too_small };
     *ind = 0;
     return zem::fail(errbuf, ifail, 3, 1004, *ir);
   }
+  // The entries that start a solve need two distinct finite end points (an
+  // infinite one would be handed back as a point to evaluate); a re-entry
+  // must find the
+  // state its request left (state_is_consistent).
+  if (entry == 1 || entry == -1) {
+    if (!std::isfinite(*x) || !std::isfinite(*y) || *x == *y) {
+      *ind = 0;
+      return zem::fail(errbuf, ifail, 3, 1007, *x, *y);
+    }
+  } else if (!state_is_consistent(*x, *y, c, entry)) {
+    *ind = 0;
+    return zem::fail(errbuf, ifail, 2, 1008, entry);
+  }
   auto done = [&] {  // f is exactly zero at x
     *y = *x;
     *ind = 0;
@@ -133,6 +183,7 @@ enum class brent_next { evaluate, converged, too_small };
   switch (entry) {
     case 1:
       c[2] = *x;
+      c[3] = *y;  // (becomes b at the next entry; kept for its check)
       *ind = 2;
       return;
     case -1:
@@ -192,6 +243,8 @@ enum class brent_next { evaluate, converged, too_small };
     case brent_next::converged:
       *x = s.b;
       *y = s.c;
+      c[3] = s.b;  // the final bracket, for the consistency check of the
+      c[6] = s.c;  // pending evaluation
       c[9] = 1.0;
       *ind = 4;
       return;

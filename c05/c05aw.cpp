@@ -19,6 +19,13 @@
 //      one call of f, so the restarts end within nfmax calls.
 //    The solve ends with status 3 when f would have to be called more than
 //    nfmax times; x is then the point with the smallest |f| found.
+// 4. The work is bounded whatever f returns: an attempt that made no call
+//    of f (the continuation refused a known start value that is NaN or
+//    infinite) is followed by one that evaluates the start afresh, so every
+//    two attempts cost a call; and once stalled_limit attempts in a row
+//    found no point with a smaller |f| (every scale of the restart cycle
+//    tried three times over, or f never finite), no internal scale suits
+//    the problem: status 2, whatever nfmax is.
 #include "c05/c05aw.h"
 
 #include <algorithm>
@@ -52,6 +59,7 @@ constexpr int max_rescales = 4;
 constexpr double rescale_factor = 1000.0;
 constexpr double restart_factor = 10.0;
 constexpr double max_restart_scale = 1e6;
+constexpr int stalled_limit = 21;
 
 bool usable_scale(double x, double s) { return std::isfinite(x + s) && x + s != x; }
 
@@ -72,8 +80,11 @@ ZEM_INTERNAL void c05awzn_(engine_data *en_data, double *x, double eps, double e
   int64_t calls = 0;
   int rescales = 0;
   double restart_scale = 1.0;
+  int stalled = 0;
 
   for (;;) {
+    const int64_t calls_before = calls;
+    const double f_best_before = f_best;
     double xs = start, fv = f_start;
     int64_t ind = start_known ? -1 : 1, status = 0;
     c05axfn_(en_data, &xs, &fv, &eps, &absolute, &scal, state, &ind, errbuf, &status);
@@ -95,7 +106,7 @@ ZEM_INTERNAL void c05awzn_(engine_data *en_data, double *x, double eps, double e
         best = xs;
         f_best = fv;
       }
-      if (xs == start) {
+      if (xs == start && std::isfinite(fv)) {
         start_known = true;
         f_start = fv;
       }
@@ -117,6 +128,13 @@ ZEM_INTERNAL void c05awzn_(engine_data *en_data, double *x, double eps, double e
       }
       continue;
     }
+    // No progress for too long: no internal scale works for this problem.
+    stalled = std::fabs(f_best) < std::fabs(f_best_before) ? 0 : stalled + 1;
+    if (stalled >= stalled_limit) {
+      *x = best;
+      return zem::fail(errbuf, ifail, 2, 1003);
+    }
+    if (calls == calls_before) start_known = false;
     // The continuation failed: start again from the best point found.
     if (best != start) {
       start = best;

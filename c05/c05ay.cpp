@@ -16,6 +16,8 @@ inline constexpr zem::message c05ay_messages[] = {
      {"On entry, eps = %s", "Constraint: eps > 0.0."}},
     {1, 1002, NE_REAL_2, {"On entry, a = %s and b = %s.", "Constraint: a != b."},
      {"On entry, a = %s and b = %s", "Constraint: a /= b."}},
+    {1, 1006, NE_REAL_2, {"On entry, a = %s and b = %s.", "Constraint: a and b must be finite."},
+     {"On entry, a = %s and b = %s", "Constraint: a and b must be finite."}},
     {1, 1003, NE_FUNC_END_VAL,
      {"On entry, f(a) and f(b) have the same sign with neither equalling 0.0:", "f(a) = %s and f(b) = %s."},
      {"On entry, f(a) and f(b) have the same sign with neither equalling 0.0:", "f(a) = %s and f(b) = %s"}},
@@ -64,6 +66,7 @@ ZEM_LAYER_INLINE void c05ayfn_(engine_data *en_data, const double *a, const doub
   *ifail = 0;
   if (0.0 >= *eps) return zem::fail(errbuf, ifail, 1, 1001, *eps);  // a NaN passes
   if (*a == *b) return zem::fail(errbuf, ifail, 1, 1002, *a, *b);
+  if (!std::isfinite(*a) || !std::isfinite(*b)) return zem::fail(errbuf, ifail, 1, 1006, *a, *b);
 
   // f at the point *x; false when the user asked to stop.  (Plain calls,
   // no closures: a closure kept for an out-of-line call would hold the
@@ -95,10 +98,10 @@ ZEM_LAYER_INLINE void c05ayzn_(engine_data *en_data, double a, double fa, double
   zem::c05::brent_state s{a, fa, b, fb, a, fa, b - a, b - a};
   const double fmax = std::max(std::fabs(fa), std::fabs(fb));  // for the pole test
   double fx = 0.0;
-  for (;;) {
+  for (int64_t iteration = 0;; ++iteration) {
     double b_new = 0.0;
     const brent_next next = zem::c05::brent_iterate(s, eps, 1, b_new);  // absolute error control
-    if (next == brent_next::too_small) {
+    if (next == brent_next::too_small || __builtin_expect(iteration == zem::c05::max_iterations, 0)) {
       *x = s.b;
       return zem::fail(errbuf, ifail, 2, 1004, eps);
     }

@@ -74,9 +74,10 @@ ZEM_INTERNAL void d01ajfn_(engine_data *en_data, zem_routine f, zem_routine, d01
   q::integrand_ref integrand(batch);
   q::gk_rule rule(q::gk21.block(), integrand, q::active_kernels(), q::zem_policy);
   const q::quad_lists lists{w, w + limit, w + 2 * limit, w + 3 * limit, iord, limit};
-  const q::quad_outcome o =
+  q::quad_outcome o =
       q::adaptive_extrapolated(rule, rule.points(), *a, *b, *epsabs, *epsrel, lists, q::zem_policy);
 
+  q::settle_nonfinite(o, *a, *b);
   *result = o.result;
   *abserr = o.abserr;
   q::pack_lists(w, limit, o.last);

@@ -20,6 +20,8 @@ inline constexpr zem::message d01bd_messages[] = {
     {1, d01bd_detail_accuracy, NW_TOO_MUCH_ACC_REQUESTED,
      {"The requested accuracy could not be achieved with the 87-point rule:", "epsabs = %s and epsrel = %s.",
       "The error estimate is abserr = %s."}},
+    {3, zem::quad::detail_bad, NE_QUAD_BAD_SUBDIV,
+     {"Extremely bad integrand behaviour occurs around the sub-interval", "(%s,%s)."}},
     {-1, zem::quad::detail_iflag, NE_USER_STOP, {"Exit from f with iflag < 0."}},
 };
 ZEM_REGISTER_MESSAGES(d01bd)
@@ -92,6 +94,10 @@ ZEM_INTERNAL void d01bdfn_(engine_data *en_data, zem_routine f, zem_routine, d01
   if (o.stop != 0)
     return integrand_iflag_stop ? zem::fail(errbuf, ifail, -1, q::detail_iflag)
                                 : zem::user_stop(errbuf, ifail, o.stop);
+  // A result that is not a finite number (NaN or infinite values of f, sums
+  // that overflowed, a limit that is not finite) is a failure, never success.
+  if (!std::isfinite(o.result) || !std::isfinite(o.abserr))
+    return zem::fail(errbuf, ifail, 3, q::detail_bad, *a, *b);
   if (!o.met) return zem::fail(errbuf, ifail, 1, d01bd_detail_accuracy, *epsabs, *epsrel, o.abserr);
 }
 

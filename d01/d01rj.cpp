@@ -47,9 +47,10 @@ ZEM_LAYER_INLINE void d01rjfn_(engine_data *en_data, zem_routine f, zem_routine,
   ZEM_D01_VEC_INTEGRAND_FN(d01rj, integrand);
   q::gk_rule rule(q::gk21.block(), integrand_fn, q::active_kernels(), q::zem_policy);
   const q::quad_lists lists{rinfo, rinfo + limit, rinfo + 2 * limit, rinfo + 3 * limit, iord, limit};
-  const q::quad_outcome o =
+  q::quad_outcome o =
       q::adaptive_extrapolated_direct(rule, rule.points(), *a, *b, *epsabs, *epsrel, lists, q::zem_policy);
 
+  q::settle_nonfinite(o, *a, *b);
   *result = o.result;
   *abserr = o.abserr;
   q::pack_lists(rinfo, limit, o.last);

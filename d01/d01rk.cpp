@@ -45,8 +45,9 @@ ZEM_INTERNAL void d01rkfn_(engine_data *en_data, zem_routine f, zem_routine, d01
   ZEM_D01_VEC_INTEGRAND(d01rk, integrand);
   q::gk_rule rule(pairs[*key - 1], integrand, q::active_kernels(), q::zem_policy);
   const q::quad_lists lists{rinfo, rinfo + limit, rinfo + 2 * limit, rinfo + 3 * limit, iord, limit};
-  const q::quad_outcome o = q::adaptive_plain(rule, rule.points(), *a, *b, *epsabs, *epsrel, lists, q::zem_policy);
+  q::quad_outcome o = q::adaptive_plain(rule, rule.points(), *a, *b, *epsabs, *epsrel, lists, q::zem_policy);
 
+  q::settle_nonfinite(o, *a, *b);
   *result = o.result;
   *abserr = o.abserr;
   q::pack_lists(rinfo, limit, o.last);

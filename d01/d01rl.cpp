@@ -46,15 +46,20 @@ ZEM_INTERNAL void d01rlfn_(engine_data *en_data, zem_routine f, zem_routine, d01
   namespace q = zem::quad;
   *ifail = 0;
   if (*npts < 0) return zem::fail(errbuf, ifail, 7, q::detail_selector, *npts);
-  const double lo = std::min(*a, *b), hi = std::max(*a, *b);
+  // (Written so that a NaN limit is kept, never dropped by a min or max: it
+  //  then fails the break-point test, or makes the result a failure.)
+  const double lo = *a <= *b ? *a : *b, hi = *a <= *b ? *b : *a;
   for (int64_t i = 0; i < *npts; ++i)
     if (!(points[i] >= lo && points[i] <= hi)) return zem::fail(errbuf, ifail, 8, q::detail_breakpoints, *a, *b);
   if (*maxsub < 1) return zem::fail(errbuf, ifail, 6, q::detail_maxsub, *maxsub);
-  if (*maxsub < *npts + 1) return zem::fail(errbuf, ifail, 6, q::detail_maxsub_npts, *maxsub, *npts);
+  if (*maxsub - 1 < *npts) return zem::fail(errbuf, ifail, 6, q::detail_maxsub_npts, *maxsub, *npts);
 
   // Work: the ordering list and the levels (limit each), the flags of the
   // initial intervals (nint) and the partition (nint + 1 reals).
+  // (maxsub >= npts + 1 >= 1, so 3 maxsub bounds the integer work; it is
+  //  checked against the largest allocatable count before it is formed.)
   const int64_t limit = *maxsub, nint = *npts + 1;
+  if (limit > q::max_count<int64_t>() / 3) return zem::alloc_fail(ifail);
   q::int_work iwork;
   int64_t *iord = iwork.get(2 * limit + nint);
   std::unique_ptr<double[]> pts(new (std::nothrow) double[nint + 1]);
@@ -69,9 +74,10 @@ ZEM_INTERNAL void d01rlfn_(engine_data *en_data, zem_routine f, zem_routine, d01
   ZEM_D01_VEC_INTEGRAND(d01rl, integrand);
   q::gk_rule rule(q::gk21.block(), integrand, q::active_kernels(), q::zem_policy);
   const q::quad_lists lists{rinfo, rinfo + limit, rinfo + 2 * limit, rinfo + 3 * limit, iord, limit};
-  const q::quad_outcome o = q::adaptive_breakpoints(rule, rule.points(), pts.get(), nint, sign, *epsabs,
+  q::quad_outcome o = q::adaptive_breakpoints(rule, rule.points(), pts.get(), nint, sign, *epsabs,
                                                     *epsrel, lists, level, ndin, q::zem_policy);
 
+  q::settle_nonfinite(o, *a, *b);
   *result = o.result;
   *abserr = o.abserr;
   q::pack_lists(rinfo, limit, o.last);

@@ -14,6 +14,8 @@
 // The lists in rinfo describe subintervals of (0, 1].  The integrand is
 // called once per rule application with 15 abscissae (30 for inf = 2: the 15
 // points x(t) followed by their negatives).
+#include <cmath>
+
 #include "d01/quad_driver.h"
 #include "d01/quad_engine.h"
 #include "d01/quad_inf_rule.h"
@@ -21,9 +23,12 @@
 inline constexpr zem::message d01rm_messages[] = {
     {7, zem::quad::detail_selector, NE_BAD_PARAM, {"On entry, inf = %s.", "Constraint: inf = -1, 1 or 2."}},
     {6, zem::quad::detail_maxsub, NE_INT, {"On entry, maxsub = %s.", "Constraint: maxsub >= 1."}},
+    {9, zem::quad::detail_bound, NE_REAL, {"On entry, bound = %s.", "Constraint: abs(bound) <= 2^52 (4.5e15)."}},
     ZEM_D01_RUN_MESSAGES,
 };
 ZEM_REGISTER_MESSAGES(d01rm)
+
+inline constexpr double max_bound = 0x1p52;
 
 
 ZEM_D01_VEC_CALLBACK(d01rm)
@@ -42,6 +47,11 @@ ZEM_INTERNAL void d01rmfn_(engine_data *en_data, zem_routine f, zem_routine, d01
   namespace q = zem::quad;
   *ifail = 0;
   if (*inf != 1 && *inf != -1 && *inf != 2) return zem::fail(errbuf, ifail, 7, q::detail_selector, *inf);
+  // A half line needs a bound at which the substitution still resolves
+  // steps: beyond 2^52 in magnitude the abscissae bound + (1 - t)/t of a
+  // whole half of (0, 1] round to the bound itself (and f would be sampled
+  // at one point only); a bound that is not a number has no half line.
+  if (*inf != 2 && !(std::fabs(*bound) <= max_bound)) return zem::fail(errbuf, ifail, 9, q::detail_bound, *bound);
   if (*maxsub < 1) return zem::fail(errbuf, ifail, 6, q::detail_maxsub, *maxsub);
 
   const int64_t limit = *maxsub;
@@ -52,9 +62,10 @@ ZEM_INTERNAL void d01rmfn_(engine_data *en_data, zem_routine f, zem_routine, d01
   ZEM_D01_VEC_INTEGRAND(d01rm, integrand);
   q::infinite_range_rule rule(*bound, *inf, integrand, q::active_kernels(), q::zem_policy);
   const q::quad_lists lists{rinfo, rinfo + limit, rinfo + 2 * limit, rinfo + 3 * limit, iord, limit};
-  const q::quad_outcome o =
+  q::quad_outcome o =
       q::adaptive_extrapolated(rule, rule.points(), 0.0, 1.0, *epsabs, *epsrel, lists, q::zem_policy);
 
+  q::settle_nonfinite(o, 0.0, 1.0);
   *result = o.result;
   *abserr = o.abserr;
   q::pack_lists(rinfo, limit, o.last);

@@ -12,12 +12,14 @@
 //    6  maxsub (or the workspace that sets it) invalid          1001, 1010-1012
 //    7  the routine's selector (key, inf, npts) invalid         1008
 //    8  break points outside the interval                       1009
+//    9  d01rm's finite bound not a finite number                 1014
 //   -1  the integrand set iflag < 0  NE_USER_STOP              detail 1007
 //       (a C integrand that sets comm->flag instead is reported with the
 //       frame's user-stop row and its value)
 // -999  memory exhausted
 #pragma once
 
+#include <cmath>
 #include <cstdint>
 #include <memory>
 #include <new>
@@ -39,6 +41,7 @@ inline constexpr int64_t detail_breakpoints = 1009;
 inline constexpr int64_t detail_maxsub_npts = 1010;
 inline constexpr int64_t detail_lw = 1011;
 inline constexpr int64_t detail_liw = 1012;
+inline constexpr int64_t detail_bound = 1014;
 
 // The rows of the run codes and the iflag stop, shared by the tables of
 // d01rj, d01rl, d01rm (d01rk and d01aj pick the ones they use).
@@ -56,12 +59,35 @@ inline constexpr int64_t detail_liw = 1012;
        {"The integral is probably divergent or slowly convergent."}},                                     \
       {-1, zem::quad::detail_iflag, NE_USER_STOP, {"Exit from f with iflag < 0."}}
 
+// The largest element count of T whose size in bytes is representable.
+template <typename T>
+constexpr int64_t max_count() {
+  return static_cast<int64_t>(PTRDIFF_MAX / sizeof(T));
+}
+
+// An outcome whose result or error is not a finite number (the integrand
+// returned NaN or an infinity, or overflowed the sums; a limit was not
+// finite or [a,b] wider than the doubles) is never reported as success nor
+// as a mere warning about the tolerance: it becomes "Extremely bad integrand
+// behaviour" on [a,b] unless a smaller interval is already named.
+inline void settle_nonfinite(quad_outcome &o, double a, double b) {
+  if (o.stop != 0 || (std::isfinite(o.result) && std::isfinite(o.abserr))) return;
+  if (o.code != 3) {
+    o.code = 3;
+    o.bad_a = a;
+    o.bad_b = b;
+  }
+}
+
 // Integer work storage of one call: on the stack for small sizes, else on
 // the heap.  get() returns null when memory is exhausted.
 class int_work {
  public:
+  // n is checked before the size in bytes is formed: a count whose size
+  // overflows is memory that cannot be had (a nothrow new[] would throw).
   int64_t *get(int64_t n) {
     if (n <= stack_len) return stack_;
+    if (n > max_count<int64_t>()) return nullptr;
     heap_.reset(new (std::nothrow) int64_t[n]);
     return heap_.get();
   }

@@ -2,6 +2,8 @@
 // infinite range (d01rm): see d01rm.cpp for the substitution.
 #pragma once
 
+#include <cmath>
+
 #include "quad_rule.h"
 
 namespace zem::quad {
@@ -28,7 +30,10 @@ class infinite_range_rule {
     const double hlgth = 0.5 * (b - a);
     const int64_t n = block_.points();
     kern_.abscissae(block_, centre, hlgth, t_);
-    for (int64_t i = 0; i < n; ++i) x_[i] = boun_ + dinf_ * (1.0 - t_[i]) / t_[i];
+    // (An abscissa beyond the largest double, from a bound near it, is
+    //  taken as the largest double: f is never asked for an infinite x.)
+    for (int64_t i = 0; i < n; ++i)
+      x_[i] = std::fmax(-max_double, std::fmin(max_double, boun_ + dinf_ * (1.0 - t_[i]) / t_[i]));
     if (both_)
       for (int64_t i = 0; i < n; ++i) x_[n + i] = -x_[i];
     if (int64_t stop = f_(x_, both_ ? 2 * n : n, fv_)) return stop;
@@ -44,6 +49,7 @@ class infinite_range_rule {
 
  private:
   static constexpr pair_block block_ = gk15.block(false);
+  static constexpr double max_double = 1.7976931348623157e308;
   double boun_, dinf_;
   bool both_;
   integrand_ref f_;

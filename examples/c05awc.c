@@ -20,7 +20,7 @@ static double f_exp(double x, Zem_Comm *comm) {
 
 static void solve(const char *name, Zem_C05AW_Fun f, double x) {
   int64_t count = 0;
-  Zem_Comm comm = {0, NULL, NULL, NULL};
+  Zem_Comm comm = ZEM_COMM_INIT;
   Zem_Fail fail = ZEM_FAIL_INIT;
   double x0 = x;
   comm.iuser = &count;

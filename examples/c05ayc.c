@@ -10,7 +10,7 @@ static double f(double x, Zem_Comm *comm) {
 
 int main(void) {
   int64_t count = 0;
-  Zem_Comm comm = {0, NULL, NULL, NULL};
+  Zem_Comm comm = ZEM_COMM_INIT;
   Zem_Fail fail = ZEM_FAIL_INIT;
   double x;
 

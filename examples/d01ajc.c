@@ -12,7 +12,7 @@ static double f(double x, Zem_Comm *comm) {
 int main(void) {
   int64_t count = 0, iw[100];
   double result, abserr, w[400];
-  Zem_Comm comm = {0, NULL, NULL, NULL};
+  Zem_Comm comm = ZEM_COMM_INIT;
   Zem_Fail fail = ZEM_FAIL_INIT;
 
   printf("d01ajc example results\n\n");

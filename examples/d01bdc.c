@@ -22,7 +22,7 @@ int main(void) {
   int64_t count;
   double result, abserr, epsrel[2] = {1.0e-6, 1.0e-13};
   int k;
-  Zem_Comm comm = {0, NULL, NULL, NULL};
+  Zem_Comm comm = ZEM_COMM_INIT;
   Zem_Fail fail = ZEM_FAIL_INIT;
 
   printf("d01bdc example results\n\n");

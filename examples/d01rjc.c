@@ -13,7 +13,7 @@ static void f(const double x[], int64_t nx, double fv[], int64_t *iflag, Zem_Com
 int main(void) {
   int64_t count = 0, iinfo[50];
   double result, abserr, rinfo[200];
-  Zem_Comm comm = {0, NULL, NULL, NULL};
+  Zem_Comm comm = ZEM_COMM_INIT;
   Zem_Fail fail = ZEM_FAIL_INIT;
 
   printf("d01rjc example results\n\n");

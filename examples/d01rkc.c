@@ -14,7 +14,7 @@ static void f(const double x[], int64_t nx, double fv[], int64_t *iflag, Zem_Com
 int main(void) {
   int64_t key, count, iinfo[100];
   double result, abserr, rinfo[400];
-  Zem_Comm comm = {0, NULL, NULL, NULL};
+  Zem_Comm comm = ZEM_COMM_INIT;
   Zem_Fail fail = ZEM_FAIL_INIT;
 
   printf("d01rkc example results\n\n");

@@ -16,7 +16,7 @@ int main(void) {
   int64_t count = 0, iinfo[100];
   double result, abserr, rinfo[400];
   double points[2];
-  Zem_Comm comm = {0, NULL, NULL, NULL};
+  Zem_Comm comm = ZEM_COMM_INIT;
   Zem_Fail fail = ZEM_FAIL_INIT;
 
   printf("d01rlc example results\n\n");

@@ -21,7 +21,7 @@ static void f2(const double x[], int64_t nx, double fv[], int64_t *iflag, Zem_Co
 int main(void) {
   int64_t count = 0, iinfo[50];
   double result, abserr, rinfo[200];
-  Zem_Comm comm = {0, NULL, NULL, NULL};
+  Zem_Comm comm = ZEM_COMM_INIT;
   Zem_Fail fail = ZEM_FAIL_INIT;
 
   printf("d01rmc example results\n\n");

@@ -4,9 +4,12 @@
 #include <cstdio>
 #include <cstdlib>
 #include <cstring>
+#include <new>
+#include <stdexcept>
 
 #include "entry.h"
 #include "errbuf.h"
+#include "layers.h"
 #include "trace.h"
 #include "units.h"
 
@@ -75,6 +78,23 @@ void trace_block::address(const char *name, const void *p) {
   char text[48];
   std::snprintf(text, sizeof text, "(address %p)", p);
   trace_line(name, text);
+}
+
+void exception_sink::report() const {
+  int64_t status = status_exception;
+  try {
+    throw;
+  } catch (const std::bad_alloc &) {
+    status = status_alloc_fail;
+  } catch (const std::length_error &) {
+    status = status_alloc_fail;
+  } catch (...) {
+  }
+  if (errbuf) {
+    errbuf[0] = '\0';
+    errbuf[errbuf_len - 1] = '\0';
+  }
+  if (ifail) *ifail = status;
 }
 
 }  // namespace zem

@@ -58,6 +58,9 @@ namespace zem {
 inline constexpr int64_t repeat_call = -8888;
 // Engine status for memory exhaustion.
 inline constexpr int64_t status_alloc_fail = -999;
+// Engine status for an exception other than memory exhaustion caught at the
+// thunk (a library fault, or a user function that threw): an internal error.
+inline constexpr int64_t status_exception = -998;
 // Length of the message record, NUL included at the last position.
 inline constexpr int errbuf_len = 200;
 

@@ -25,7 +25,10 @@
 //   c05ayf_print_fh_     traced callback; the worker calls this one
 #pragma once
 
+#include <cxxabi.h>
+
 #include <cstdint>
+#include <cstring>
 
 #include "engine.h"
 #include "trace.h"
@@ -54,6 +57,17 @@
 // its own), and the traced path is kept out of line.
 #define ZEM_LAYER_INLINE ZEM_INTERNAL inline __attribute__((always_inline, used))
 
+// The thunk is where no exception may pass: whatever the worker, the
+// library's allocations or a user function written in C++ throw ends there.
+// Memory that cannot be had (std::bad_alloc and its kin, std::length_error)
+// becomes status -999; anything else status -998, an internal error, with
+// an empty message record.  The routine's errbuf and ifail arguments are
+// found by name among its arguments (every routine that reports has them);
+// all of this is on the cold path and costs nothing on the normal one.
+#define ZEM_ARG_CATCH_(type, name) zem_sink.take(#name, name);
+#define ZEM_ARG_CATCH_U_(type, name)
+#define ZEM_CATCH_ARGS(ARGS) ARGS(ZEM_ARG_CATCH_, ZEM_ARG_CATCH_, ZEM_ARG_CATCH_U_)
+
 #define ZEM_ENGINE_LAYERS(rtn, ARGS)                                              \
   ZEM_INTERNAL void rtn##fn_(ZEM_PARAMS(ARGS));                                   \
   [[gnu::cold, gnu::noinline]] static void rtn##_traced(ZEM_PARAMS(ARGS)) {        \
@@ -65,9 +79,36 @@
     if (__builtin_expect(zem::trace_on(), 0)) return rtn##_traced(ZEM_NAMES(ARGS)); \
     rtn##fn_(ZEM_NAMES(ARGS));                                                    \
   }                                                                               \
-  ZEM_LAYER_INLINE void rtn##ft_(ZEM_PARAMS(ARGS)) { rtn##fv_(ZEM_NAMES(ARGS)); }
+  ZEM_LAYER_INLINE void rtn##ft_(ZEM_PARAMS(ARGS)) {                              \
+    try {                                                                         \
+      rtn##fv_(ZEM_NAMES(ARGS));                                                  \
+    } catch (abi::__forced_unwind &) {                                            \
+      throw; /* thread cancellation must unwind */                                \
+    } catch (...) {                                                               \
+      zem::exception_sink zem_sink;                                               \
+      ZEM_CATCH_ARGS(ARGS)                                                        \
+      zem_sink.report();                                                          \
+    }                                                                             \
+  }
 
 namespace zem {
+
+// Where a caught exception is reported: the routine's message record and
+// status, picked out of its arguments by name.
+struct exception_sink {
+  char *errbuf = nullptr;
+  int64_t *ifail = nullptr;
+  template <typename T>
+  void take(const char *, const T &) {}
+  void take(const char *name, char *p) {
+    if (std::strcmp(name, "errbuf") == 0) errbuf = p;
+  }
+  void take(const char *name, int64_t *p) {
+    if (std::strcmp(name, "ifail") == 0) ifail = p;
+  }
+  // Called inside the catch block: looks at the exception in flight.
+  [[gnu::cold, gnu::noinline]] void report() const;
+};
 
 // The re-entry loop: calls the adaptor, and again in mode 1 for as long as
 // the guard asks for a repeat; restores the caller's mode and returns the

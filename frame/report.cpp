@@ -195,17 +195,33 @@ ZEM_INTERNAL void p01abzu_(int64_t *ifail, const int64_t *status, const char *ro
   const bool hard = *ifail == 0;
   const bool quiet = !hard && *ifail != -1;
   if (!quiet) {
+    // The error unit, unless it cannot take the lines: a unit nobody
+    // opened (or beyond the run-time's numbers) sends them to standard
+    // error instead, and so does a silenced unit when the program is about
+    // to stop: a hard failure always says why.  A silenced unit and a soft
+    // failure print nothing, as asked.
     const int64_t unit = zem::err_unit();
-    for (int64_t i = 0; i < *nlines; ++i) zem::write_record(unit, std::string_view(lines + i * line_len, line_len));
+    bool to_stderr = unit < 0 && hard;
+    auto put = [&](std::string_view text) {
+      if (unit < 0 && !to_stderr) return;
+      if (!to_stderr && zem::write_record(unit, text) != 0) to_stderr = true;  // from now on
+      if (to_stderr) {
+        size_t n = text.size();
+        while (n > 1 && text[n - 1] == ' ') --n;
+        std::fprintf(stderr, "%.*s\n", static_cast<int>(n), text.data());
+      }
+    };
+    for (int64_t i = 0; i < *nlines; ++i) put(std::string_view(lines + i * line_len, line_len));
     char line[160];
     std::snprintf(line, sizeof line, "** ABNORMAL EXIT from ZEM Library routine %.*s: IFAIL =%6lld",
                   static_cast<int>(routine_len), routine, static_cast<long long>(*status));
-    zem::write_record(unit, line);
+    put(line);
     if (hard) {
-      zem::write_record(unit, " ** ZEM hard failure - execution terminated");
+      put(" ** ZEM hard failure - execution terminated");
+      std::fflush(stderr);
       p01_fstop_();
     }
-    zem::write_record(unit, " ** ZEM soft failure - control returned");
+    put(" ** ZEM soft failure - control returned");
   }
   *ifail = *status;
 }

@@ -23,8 +23,13 @@ int64_t adv_unit() { return advisory_unit.load(std::memory_order_relaxed); }
 void set_err_unit(int64_t unit) { error_unit.store(unit, std::memory_order_relaxed); }
 void set_adv_unit(int64_t unit) { advisory_unit.store(unit, std::memory_order_relaxed); }
 
+// Fortran unit numbers are default integers of the run-time: a number
+// beyond them names no unit (and is never handed to it).
+constexpr int64_t max_unit = 2147483647;
+
 int write_record(int64_t unit, std::string_view rec) {
   if (unit < 0) return 0;
+  if (unit > max_unit) return 1;
   size_t n = rec.size();
   while (n > 1 && rec[n - 1] == ' ') --n;
   const char *text = n == 0 ? " " : rec.data();
@@ -38,6 +43,10 @@ int write_record(int64_t unit, std::string_view rec) {
 }
 
 int read_record(int64_t unit, char *rec, size_t len) {
+  if (unit < 0 || unit > max_unit) {
+    for (size_t i = 0; i < len; ++i) rec[i] = ' ';
+    return 2;
+  }
   int64_t ios = 0;
   x04_fread_(&unit, rec, &ios, len);
   return ios == 0 ? 0 : ios < 0 ? 1 : 2;

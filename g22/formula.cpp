@@ -27,6 +27,7 @@ namespace {
 // Limits that keep any input's work bounded.
 constexpr size_t max_terms = 4096;            // terms one expression may expand to
 constexpr size_t max_products = size_t{1} << 18;  // unions one operator may form
+constexpr size_t max_unions = size_t{1} << 20;    // unions one formula may form
 constexpr int max_depth = 200;        // nesting of parentheses
 
 enum class tok { name, number, op, end };
@@ -391,7 +392,8 @@ class parser {
 
   // Appends every union l|r (l of left, r of right) to out.
   bool product(const std::vector<term> &left, const std::vector<term> &right, term_list &out, int64_t pos) {
-    if (left.size() * right.size() > max_products) {
+    unions_ += left.size() * right.size();
+    if (left.size() * right.size() > max_products || unions_ > max_unions) {
       error(ierr_g22_frm_invalid_op, pos);
       return false;
     }
@@ -411,6 +413,7 @@ class parser {
   error_record &e_;
   std::vector<token> toks_;
   size_t at_ = 0;
+  size_t unions_ = 0;
   std::vector<term> terms_;
 };
 

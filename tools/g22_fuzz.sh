@@ -29,4 +29,4 @@ done
 $cxx $flags -fsanitize=fuzzer -Iinclude tests/g22/fuzz/g22_fuzz.cpp $objs -lgfortran -o "$out/g22_fuzz"
 cd "$out"
 export ASAN_OPTIONS=detect_leaks=1 UBSAN_OPTIONS=print_stacktrace=1:halt_on_error=1
-./g22_fuzz -max_total_time="$secs" -max_len=512 -timeout=10 -rss_limit_mb=2048 -print_final_stats=1 corpus
+./g22_fuzz -max_total_time="$secs" -max_len=512 -timeout=25 -rss_limit_mb=2048 -print_final_stats=1 corpus

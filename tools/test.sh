@@ -12,20 +12,28 @@ flags="-DZEM_TESTS=ON -DCMAKE_BUILD_TYPE=Release"
 if [ "${ZEM_SANITIZE:-0}" = 1 ]; then
   dir=build-sanitize
   flags="-DZEM_TESTS=ON -DZEM_SANITIZE=ON -DCMAKE_BUILD_TYPE=Debug"
-  export ASAN_OPTIONS=detect_leaks=1:abort_on_error=0 UBSAN_OPTIONS=print_stacktrace=1:halt_on_error=1
+  # (allocator_may_return_null: a request for memory that cannot exist
+  #  must reach the library as a failed allocation, as it does in a
+  #  normal run, where the library reports NE_ALLOC_FAIL.)
+  export ASAN_OPTIONS=detect_leaks=1:abort_on_error=0:allocator_may_return_null=1
+  export UBSAN_OPTIONS=print_stacktrace=1:halt_on_error=1
 fi
 cmake -S . -B "$dir" $flags >/dev/null
 cmake --build "$dir" -j"$(nproc)"
 cd "$dir"
 if [ "${ZEM_VALGRIND:-0}" = 1 ]; then
   # Client programs run under valgrind inside their comparison (an error or
-  # a leak changes the exit status); every unit-test program runs under it whole.
+  # a leak changes the exit status); every GoogleTest program of the suite
+  # (the list CMake writes from zem_unit_test and the bad-input sweep, so
+  # none is missed) runs under it whole.  The sweep runs in an empty
+  # directory, as in ctest, with a longer alarm.
   vg="valgrind -q --leak-check=full --errors-for-leak-kinds=definite,indirect --error-exitcode=99"
   ZEM_RUN_PREFIX="$vg" ctest -j"$(nproc)" --output-on-failure -L client
-  for prog in $(find tests -name '*_unit_tests' -type f -executable | sort); do
+  while read -r prog; do
     echo "valgrind: $prog"
-    $vg "$prog" --gtest_brief=1 || { echo "valgrind reports errors or leaks in $prog"; exit 1; }
-  done
+    (cd "$(mktemp -d)" && ZEM_BADINPUT_TIMEOUT=300 $vg "$prog" --gtest_brief=1) ||
+      { echo "valgrind reports errors or leaks in $prog"; exit 1; }
+  done < test_programs.txt
 else
   ctest -j"$(nproc)" --output-on-failure
 fi

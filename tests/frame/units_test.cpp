@@ -23,9 +23,13 @@ std::string slurp(const std::string &name) {
 }
 
 // Each test writes to a unit of its own; the Fortran run-time connects an
-// unopened unit n to the file fort.n.
+// unopened unit n to the file fort.n, which the library writes only if it
+// exists: the tests create it first.
 TEST(RecordWriter, TrailingBlanksEmptyRecordsAndNegativeUnits) {
   std::remove("fort.71");
+  EXPECT_EQ(zem::write_record(71, "no file, no write"), 1);
+  EXPECT_FALSE(std::ifstream("fort.71").good());
+  std::ofstream("fort.71").close();
   EXPECT_EQ(zem::write_record(71, "abc   "), 0);
   EXPECT_EQ(zem::write_record(71, std::string(80, ' ')), 0);
   EXPECT_EQ(zem::write_record(71, ""), 0);
@@ -54,6 +58,7 @@ double cube_minus_two(double x, Zem_Comm *) { return x * x * x - 2.0; }
 
 TEST(Trace, BlocksForTheEngineEntryAndEachCallback) {
   std::remove("fort.72");
+  std::ofstream("fort.72").close();
   zem::set_adv_unit(72);
   const int64_t on = 1, set = 1, read = 0;
   EXPECT_EQ(y90gczn_(&set, &on), 1);
