@@ -12,6 +12,7 @@ module zem
   include 'zem_e04.fi'
   include 'zem_g01.fi'
   include 'zem_g05.fi'
+  include 'zem_g22.fi'
   include 'zem_s15.fi'
   include 'zem_s30.fi'
   include 'zem_s14.fi'

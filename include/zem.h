@@ -98,6 +98,7 @@ extern const int Zem_EnumTableTypeSize;
 #include "zem_e04.h"
 #include "zem_g01.h"
 #include "zem_g05.h"
+#include "zem_g22.h"
 #include "zem_s15.h"
 #include "zem_s30.h"
 #include "zem_s14.h"
