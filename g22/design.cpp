@@ -142,7 +142,7 @@ void plan_design(const formula_model &f, const data_description &d, design_descr
       dt.levels.push_back(d.levels[datavar[v]]);
       if (k) label += ':';
       label += f.names[v];
-      contrast c = t.specs[k] != none ? t.specs[k] : f.default_contrast;
+      contrast c = t.own_contrasts[k] != none ? t.own_contrasts[k] : f.default_contrast;
       dt.requested.push_back(c);
       if (categorical(v) && c != dummy) {
         std::vector<int> margin = t.vars;

@@ -37,7 +37,7 @@ struct token {
   char op = 0;
   int64_t pos = 0;  // 1-based
   std::string_view text;
-  contrast spec = none;
+  contrast own_contrast = none;
 };
 
 // Terms without repeats, in order of first appearance; the keys make each
@@ -133,12 +133,12 @@ class parser {
       while (k < n && name_char(s_[k])) ++k;
       const contrast two = contrast_of(s_.substr(i, k - i));
       if (two != none) {
-        t.spec = two;
+        t.own_contrast = two;
         return k;
       }
     }
-    t.spec = contrast_of(s_.substr(i, j - i));
-    if (t.spec == none) error(ierr_g22_frm_invalid_contrast, static_cast<int64_t>(i) + 1);
+    t.own_contrast = contrast_of(s_.substr(i, j - i));
+    if (t.own_contrast == none) error(ierr_g22_frm_invalid_contrast, static_cast<int64_t>(i) + 1);
     return j;
   }
 
@@ -318,7 +318,7 @@ class parser {
       ++at_;
       term x;
       x.vars.push_back(variable(t.text));
-      x.specs.push_back(t.spec);
+      x.own_contrasts.push_back(t.own_contrast);
       v.terms.push_back(std::move(x));
       return v;
     }
@@ -373,17 +373,17 @@ class parser {
     while (i < a.vars.size() || j < b.vars.size()) {
       if (j == b.vars.size() || (i < a.vars.size() && a.vars[i] < b.vars[j])) {
         t.vars.push_back(a.vars[i]);
-        t.specs.push_back(a.specs[i++]);
+        t.own_contrasts.push_back(a.own_contrasts[i++]);
       } else if (i == a.vars.size() || b.vars[j] < a.vars[i]) {
         t.vars.push_back(b.vars[j]);
-        t.specs.push_back(b.specs[j++]);
+        t.own_contrasts.push_back(b.own_contrasts[j++]);
       } else {
-        contrast c = a.specs[i];
-        if (c == none) c = b.specs[j];
-        if (a.specs[i] != none && b.specs[j] != none && a.specs[i] != b.specs[j] && !e_.any())
+        contrast c = a.own_contrasts[i];
+        if (c == none) c = b.own_contrasts[j];
+        if (a.own_contrasts[i] != none && b.own_contrasts[j] != none && a.own_contrasts[i] != b.own_contrasts[j] && !e_.any())
           e_.raise(ierr_g22_frm_repeated_var, "parse_formula", severity::warning).i(pos);
         t.vars.push_back(a.vars[i++]);
-        t.specs.push_back(c);
+        t.own_contrasts.push_back(c);
         ++j;
       }
     }
@@ -495,9 +495,9 @@ std::string term_label(const formula_model &m, const term &t) {
   for (size_t i = 0; i < t.vars.size(); ++i) {
     if (i) s += ':';
     s += m.names[t.vars[i]];
-    if (t.specs[i] != none) {
+    if (t.own_contrasts[i] != none) {
       s += '@';
-      s += contrast_names[t.specs[i]];
+      s += contrast_names[t.own_contrasts[i]];
     }
   }
   return s;

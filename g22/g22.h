@@ -170,7 +170,7 @@ const char *title(kind k);
 
 struct term {
   std::vector<int> vars;           // formula variable numbers, increasing
-  std::vector<contrast> specs;     // per variable: its own specifier or none
+  std::vector<contrast> own_contrasts;     // per variable: its own specifier or none
   bool operator==(const term &o) const { return vars == o.vars; }
 };
 

@@ -88,7 +88,7 @@ void select_columns(int64_t what, const formula_model *f, const design_descripti
     const design_term &dt = x.terms[found - 1];
     for (size_t k = 0; k < t.vars.size(); ++k) {
       const auto pos = std::find(dt.vars.begin(), dt.vars.end(), vars[k]) - dt.vars.begin();
-      const contrast want = t.specs[k] != none ? t.specs[k] : f->default_contrast;
+      const contrast want = t.own_contrasts[k] != none ? t.own_contrasts[k] : f->default_contrast;
       if (dt.levels[pos] > 1 && want != dt.requested[pos]) other_contrasts = true;
     }
   }

@@ -11,7 +11,7 @@
  * Then either the range integrator d02pe (answers at points twant) or the
  * step integrator d02pf / d02pg (one step a call; dense output with d02ph +
  * d02pj or d02ps; a new end point with d02pr).  d02pt gives statistics,
- * d02pu the global error assessment.  docs/d02pq.md describes the suite.
+ * d02pu the global error assessment.  share/doc/zem/d02pq.md describes the suite.
  *
  * errnum / ifail: 1 arguments or call sequence (the problem is over when an
  * integrator returns it), 2 evaluation budget used (warning), 3 stiffness

@@ -2,8 +2,8 @@
  *
  * A problem is built piece by piece in an opaque handle (void *, set to NULL
  * by the caller before e04rac), handed to a solver, read back and destroyed
- * by e04rzc.  docs/e04-handle.md tells the handle's life; each routine has
- * its page docs/e04XX.md.  Indices are 1-based in both interfaces; sparse
+ * by e04rzc.  share/doc/zem/e04-handle.md tells the handle's life; each routine has
+ * its page share/doc/zem/e04XX.md.  Indices are 1-based in both interfaces; sparse
  * matrices are given in coordinate form, symmetric ones by their upper
  * triangle.  The Fortran entries take the handle as a type(c_ptr) by
  * reference and character arguments with their hidden lengths last. */
@@ -141,14 +141,14 @@ void e04rwf_(void *const *handle, const char *cmdstr, const int64_t *ioflag, con
 #define zem_opt_handle_set_get_integer e04rwc
 
 /* e04rx: read (ioflag 0) or write (ioflag 1) the real array named by cmdstr
- * ("PRIMAL", "DUAL VARIABLES", "SLACK VARIABLES", ... see docs/e04rx.md). */
+ * ("PRIMAL", "DUAL VARIABLES", "SLACK VARIABLES", ... see share/doc/zem/e04rx.md). */
 void e04rxc(void *handle, const char *cmdstr, int64_t ioflag, int64_t lrarr, double rarr[], Zem_Fail *fail);
 void e04rxf_(void *const *handle, const char *cmdstr, const int64_t *ioflag, const int64_t *lrarr, double rarr[],
              int64_t *ifail, size_t cmdstr_len);
 #define zem_opt_handle_set_get_real e04rxc
 
 /* e04ry: print the sections named by the comma-separated keywords of cmdstr
- * on unit nout (see docs/e04ry.md). */
+ * on unit nout (see share/doc/zem/e04ry.md). */
 void e04ryc(void *handle, int64_t nout, const char *cmdstr, Zem_Fail *fail);
 void e04ryf_(void *const *handle, const int64_t *nout, const char *cmdstr, int64_t *ifail, size_t cmdstr_len);
 #define zem_opt_handle_print e04ryc
@@ -189,7 +189,7 @@ void e04tjf_(void *const *handle, const int64_t *idlc, const int64_t *icolbj, co
 
 /* ---- Options ---- */
 /* Options steer the solvers of the suite; every handle holds a full set,
- * filled with the defaults when it is created.  docs/e04_options.md lists
+ * filled with the defaults when it is created.  share/doc/zem/e04_options.md lists
  * all 303 options with their types, defaults, bounds and keywords. */
 
 /* e04zm: set one option from a string "Name = value" (name in any case);

@@ -6,7 +6,7 @@
  * library allocates and the caller passes back, NULL before first use and
  * released by g22za.  Options of each handle are set by g22zm
  * ("NAME = value") and read by g22zn.  The formula language is described
- * in docs/g22-formulae.md.  Arrays are column-major: with the storage order
+ * in share/doc/zem/g22-formulae.md.  Arrays are column-major: with the storage order
  * "Observations" (the default) dat and x hold one observation a row. */
 
 /* g22ya: parse formula into a new model formula handle *hform. */
@@ -39,7 +39,7 @@ void g22ycf_(void *const *hform, void *const *hddesc, const double dat[], const 
  * the position of the mean among them *iintcpt (0: none), flags isx (lisx
  * = 0 or >= m_x), labels plab (lplab fields of *mlterm characters each,
  * NUL included; on exit *mlterm is the longest label's length) and vinfo
- * (docs/g22yd.md).  A length too small: the minimum lengths of isx, plab
+ * (share/doc/zem/g22yd.md).  A length too small: the minimum lengths of isx, plab
  * and vinfo are returned in vinfo[0..2] (when lvinfo >= 3). */
 void g22ydc(int64_t what, void *hform, void *hxdesc, int64_t *iintcpt, int64_t *p, int64_t lisx, int64_t isx[],
             int64_t lplab, char plab[], int64_t lvinfo, int64_t vinfo[], int64_t *mlterm, Zem_Fail *fail);

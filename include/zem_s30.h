@@ -17,7 +17,7 @@ void s30aaf_(const char *calput, const int64_t *m, const int64_t *n, const doubl
 
 /* s30ab: as s30aa, with eleven sensitivities, each a matrix of the layout of
  * p: delta, gamma, vega, theta, rho, vanna, charm, speed, colour, zomma,
- * vomma (docs/s30ab.md). */
+ * vomma (share/doc/zem/s30ab.md). */
 void s30abc(Zem_OrderType order, Zem_OptionType option, int64_t m, int64_t n, const double x[], double s,
             const double t[], double sigma, double r, double q, double p[], int64_t ldp, double delta[],
             double gamma[], double vega[], double theta[], double rho[], double vanna[], double charm[],

@@ -116,11 +116,22 @@ for page in sorted(docs.rglob("*.md")):
         lines = lines[:head + 1] + extra + lines[head + 1:]
         # The example programs themselves, with what they print, at the end of
         # the page's Example section (the test suite runs them and compares).
+        # A routine without programs of its own (a step of a suite, a model
+        # routine of a handle) shows the first example of its chapter that
+        # calls it.
         shown = []
         for suffix, language, label in (("c.c", "c", "C"), ("f.f90", "fortran", "Fortran")):
             program = repo / "examples" / f"{stem}{suffix}"
+            heading = f"### {label} example program"
+            if not program.exists():
+                entry = stem + ("c(" if language == "c" else "f(")
+                callers = [q for q in sorted((repo / "examples").glob(f"{stem[:3]}*{suffix[1:]}"))
+                           if entry in q.read_text(encoding="utf-8", errors="replace").lower()]
+                if callers:
+                    program = callers[0]
+                    heading = f"### {label} example program (`{program.name}`, which calls `{entry[:-1]}`)"
             if program.exists():
-                shown += [f"### {label} example program", "", f"```{{literalinclude}} /examples/{program.name}",
+                shown += [heading, "", f"```{{literalinclude}} /examples/{program.name}",
                           f":language: {language}", "```", ""]
                 if program.with_suffix(".out").exists():
                     shown += ["It prints:", "", f"```{{literalinclude}} /examples/{program.with_suffix('.out').name}",
