@@ -99,7 +99,7 @@ ZEM_API void d02pqf_(const int64_t *n, const double *tstart, const double *tend,
                      int64_t iwsav[], double rwsav[], int64_t *lrwsav, int64_t *ifail) {
   zem::f_entry call("d02pqf", d02pq_messages);
   // A negative method asks for the global error assessment.
-  const int64_t m = *method < 0 ? -*method : *method;
+  const int64_t m = (*method < 0 && *method >= -3) ? -*method : *method;
   const int64_t ga = *method < 0 ? 1 : 0;
   const int64_t mcode = (m >= 1 && m <= 3) ? m : *method;
   d02pqft_(&call.en_data, n, tstart, tend, yinit, tol, thresh, &mcode, &ga, hstart, iwsav, rwsav, lrwsav,

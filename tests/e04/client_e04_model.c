@@ -35,7 +35,7 @@ int main(void) {
   const double c[2] = {1.0, -2.0}, hv[2] = {2.0, 0.5};
   int64_t idlc = 0, idgroup = 0, idqc = 0, group[3] = {3, 1, 2};
   int64_t badi[2] = {2, 2}, badr[2] = {2, 1}, badc[2] = {1, 1}, idx[1] = {1};
-  double x[3] = {0.5, 0.25, 0.125}, y[3];
+  double x[5] = {0.5, 0.25, 0.125, 0.0625, 0.03125}, y[5];
   int64_t hdr[9];
 
   fail.print = 0;
