@@ -1,0 +1,51 @@
+#!/usr/bin/env python3
+"""Checks tools/bench_report.py on a small Google Benchmark file written
+here: the table takes the median of the repetitions per item, a counter's
+value from the repetitions (not the aggregates' statistics of it), group
+names that hold a slash, run settings stripped from the names, and the
+section replaced between its markers on a rerun, leaving the text around
+it alone.
+  bench_report_check.py <tools/bench_report.py> <scratch dir>
+"""
+import json
+import pathlib
+import subprocess
+import sys
+
+script, scratch = pathlib.Path(sys.argv[1]), pathlib.Path(sys.argv[2])
+scratch.mkdir(parents=True, exist_ok=True)
+
+
+def run(name, times, evals, items=1):
+    rows = [{"name": name, "run_name": name, "run_type": "iteration", "family_index": 0,
+             "per_family_instance_index": 0, "cpu_time": t, "time_unit": "ns", "items": items,
+             "evals": evals} for t in times]
+    for agg, value in (("mean", sum(times) / len(times)), ("stddev", 0.0), ("cv", float("nan"))):
+        rows.append(dict(rows[0], name=name + "_" + agg, run_type="aggregate", aggregate_name=agg,
+                         cpu_time=value, evals={"mean": evals, "stddev": 0.0, "cv": float("nan")}[agg]))
+    return rows
+
+
+bench = {"context": {"date": "2026-01-01", "num_cpus": 2, "mhz_per_cpu": 2000, "load_avg": [1.5, 1, 1],
+                     "zem_chapter": "x99", "zem_program": "bench_x99"},
+         "benchmarks": run("x99 1/sqrt(x)/ours/min_time:0.050", [10, 30, 20], 7, items=2)
+         + run("x99 1/sqrt(x)/peer/min_time:0.050", [40, 60, 50], 9, items=2)}
+(scratch / "bench_x99.json").write_text(json.dumps(bench).replace("NaN", "NaN"))
+page = scratch / "benchmarks.md"
+page.write_text("# Benchmarks\n\nbefore\n\n<!-- bench-report:x99 begin -->\nstale 123 ns\n"
+                "<!-- bench-report:x99 end -->\n\nafter\n")
+for _ in range(2):  # a rerun replaces the section it wrote
+    subprocess.run([sys.executable, str(script), "--docs", str(scratch), "--no-charts",
+                    str(scratch / "bench_x99.json")], check=True, stdout=subprocess.DEVNULL)
+text = page.read_text()
+expected = ["**x99 1/sqrt(x)**", "| ours | 10 ns |", "| peer | 25 ns |", "| 2.50 |", " 7 |", " 9 |",
+            "load average 1.5"]
+missing = [e for e in expected if e not in text]
+problems = missing + [bad for bad in ("stale", "min_time", "nan", "## x99") if bad in text]
+if text.count("bench-report:x99 begin") != 1 or not text.startswith("# Benchmarks\n\nbefore") \
+        or not text.rstrip().endswith("after"):
+    problems.append("the text around the section changed")
+if problems:
+    print(text)
+    sys.exit(f"bench_report.py: {problems}")
+print("bench_report.py: ok")
