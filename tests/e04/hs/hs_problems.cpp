@@ -377,6 +377,7 @@ struct Build {
     p.note = note;
     return *this;
   }
+  Build &local(std::vector<double> x) { return p.xlocal.push_back(std::move(x)), *this; }
   Problem done() {
     // The rows of the linear constraints: their (constant) Jacobian rows.
     p.a.assign(static_cast<size_t>(p.m) * p.n, 0.0);
@@ -403,12 +404,15 @@ std::vector<Problem> make() {
     // prints f* = 0.0504261879 (9 digits): ftol is its half unit 5e-11.
     const double a = std::sqrt(598.0 / 1200.0);
     const double x1 = 2 * a * std::cos(std::acos(1 / (400 * a * a * a)) / 3);
+    // the negative root of the same cubic, 2a cos((arccos(..) + 2 pi)/3)
+    const double xl = 2 * a * std::cos((std::acos(1 / (400 * a * a * a)) + 2 * kPi) / 3);
     v.push_back(HS(2, 2, nonlinear)
                     .x0({-2, 1})
                     .lo({-inf, 1.5})
                     .opt(0.0504261879, {x1, 1.5}, 5e-11, kExact,
                          "f* printed to 10 decimals (ftol 5e-11); x* closed form; a second "
                          "local minimum near (-1.2210, 1.5), f = 4.9412293")
+                    .local({xl, 1.5})
                     .done());
   }
   v.push_back(HS(3, 2, quadratic).x0({10, 1}).lo({-inf, 0}).opt(0, {0, 0}).done());
@@ -475,6 +479,7 @@ std::vector<Problem> make() {
                   .ge()
                   .opt(0.25, {0.5, 0.25}, -1, kExact,
                        "closed form; a second local minimum at x1 = -0.5, f = 23.1446609")
+                  .local({-0.5, std::sqrt(0.5)})
                   .done());
   v.push_back(HS(17, 2, nonlinear)
                   .x0({-2, 1})
@@ -519,6 +524,7 @@ std::vector<Problem> make() {
                   .opt(81.5 - 25 * s3, {0.5, 0.5 * s3}, -1, kExact,
                        "closed form, the global minimum 38.19873; the mirror KKT point "
                        "(-0.5, sqrt(3)/2) is a local minimum with f = 83.5 - 25 sqrt(3) = 40.19873")
+                  .local({-0.5, 0.5 * s3})
                   .done());
   v.push_back(HS(21, 2, quadratic)
                   .x0({-1, -1})

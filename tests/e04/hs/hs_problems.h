@@ -35,7 +35,8 @@
 //   listed). Where the book prints a closed form we store that form
 //   evaluated in double; where it prints rounded digits, ftol and xtol are
 //   the half-unit of the last digit printed (see the note per problem and
-//   hs_problems.cpp).
+//   hs_problems.cpp). Where a solver started at x0 may legitimately stop
+//   at another local minimum (problems 2, 16, 20), xlocal lists it.
 // - x0 is the book's starting point; it need not be feasible, nor lie
 //   within the bounds (problems 13 and 41 start outside them).
 //
@@ -72,6 +73,9 @@ struct Problem {
   double ftol = 0;  // |f(xstar) - fstar| allowed by the published digits
   double xtol = 0;  // bound and constraint violation allowed at xstar
   const char *note = "";  // where the published optimum is rounded, and why
+  // Other local minima a solver may reach from x0 (problems 2, 16, 20):
+  // feasible first-order points with f above fstar, each n values.
+  std::vector<std::vector<double>> xlocal;
 
   double f(const double *x) const;
   void grad(const double *x, double *g) const;
