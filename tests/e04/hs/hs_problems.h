@@ -30,15 +30,19 @@
 //   also the constant objective of problem 8), quadratic (constant Hessian:
 //   grad f(0) and hess(sigma = 1, lambda = 0) give the explicit data, f(0)
 //   the constant term), nonlinear.
-// - fstar is the book's optimal value; xstar its optimal point (every
-//   problem of 1..50 has one; for problems with several optima, the one
-//   listed). Where the book prints a closed form we store that form
-//   evaluated in double; where it prints rounded digits, ftol and xtol are
-//   the half-unit of the last digit printed (see the note per problem and
-//   hs_problems.cpp). Where a solver started at x0 may legitimately stop
-//   at another local minimum (problems 2, 16, 20), xlocal lists it.
-// - x0 is the book's starting point; it need not be feasible, nor lie
-//   within the bounds (problems 13 and 41 start outside them).
+// - fstar is the book's optimal value, xstar its optimal point (the book
+//   gives one for every problem of 1..50; where there are several optima,
+//   the one listed). Every xstar is a closed form evaluated in double (for
+//   problems 8 and 19 the book prints rounded digits of that same point).
+//   ftol is the half unit of the last printed digit where the book prints
+//   f* rounded (problems 2, 11, 19), else 1e-12 relative; xtol bounds the
+//   violation of bounds and constraints at xstar (rounding only). The note
+//   of each record says which. Where a solver started at x0 may
+//   legitimately stop at another local minimum (problems 2, 16, 20),
+//   xlocal lists it.
+// - x0 is the book's starting point; it need not be feasible (it violates
+//   the general constraints in 19 problems) nor lie within the bounds
+//   (problems 2, 13, 16, 17, 20, 21, 41, 45 start outside them).
 //
 // Use:
 //   for (const auto &p : zem_test::hs::problems()) {
