@@ -3,14 +3,18 @@
 // MPS: every line is split into blank-separated fields, which reads both the
 // fixed and the free format as long as names hold no blanks.  A line whose
 // first character is not blank starts a section; '*' in column 1 starts a
-// comment.  Sections: NAME, OBJSENSE is not supported, ROWS, COLUMNS (with
+// comment, and so does a third or later field that opens with '$'.  In
+// COLUMNS a line of two or four fields whose first field starts beyond
+// column 12 (a blank name field of the fixed format) continues the column
+// of the line before.  Sections: NAME, OBJSENSE is not supported, ROWS, COLUMNS (with
 // 'MARKER' 'INTORG'/'INTEND' integer sections), RHS (on the objective row:
 // minus the objective's constant), RANGES, BOUNDS (UP LO FX FR MI PL BV LI
 // UI SC), QUADOBJ (upper triangle) or QMATRIX/QSECTION (full matrix, its
 // upper triangle is kept) for 0.5 x'Hx, CSECTION (one cone per section:
 // "CSECTION name value QUAD|RQUAD" and its member columns), OBJNAME (the
 // objective among the free rows; otherwise the first free row), ENDATA.
-// Other free rows are dropped with their entries.
+// Other free rows are dropped with their entries, and so are explicit zero
+// coefficients (a zero is not an entry of the matrix).
 //
 // Semantics: columns default to bounds [0, inf); UP with a negative value
 // on a column whose lower bound is 0 makes the lower bound -inf; SC (semi
@@ -67,6 +71,7 @@ fields split(std::string_view line) {
   while (i < line.size()) {
     while (i < line.size() && (line[i] == ' ' || line[i] == '\t' || line[i] == '\r')) ++i;
     if (i >= line.size()) break;
+    if (r.n >= 2 && line[i] == '$') break;  // a third or later field opening with '$' starts a comment
     size_t j = i;
     while (j < line.size() && line[j] != ' ' && line[j] != '\t' && line[j] != '\r') ++j;
     if (r.n < 8) r.f[r.n++] = line.substr(i, j - i);
@@ -222,8 +227,11 @@ read_error read_mps(std::string_view text, problem &out) {
           else return err(1117, {line_str(), "COLUMNS", fl.f[2]});
           break;
         }
-        if (fl.n < 3 || fl.n == 4) return err(1102, {line_str(), "COLUMNS"});
-        const std::string_view name = fl.f[0];
+        // A fixed-format line whose name field (columns 5-12) is blank
+        // continues the column of the line before.
+        const bool same_col = (fl.n == 2 || fl.n == 4) && current_col >= 0 && fl.f[0].data() - line.data() >= 12;
+        if (!same_col && (fl.n < 3 || fl.n == 4)) return err(1102, {line_str(), "COLUMNS"});
+        const std::string_view name = same_col ? col_names[current_col] : fl.f[0];
         auto it = col_of.find(name);
         if (it == col_of.end()) {
           current_col = static_cast<int64_t>(col_names.size());
@@ -237,7 +245,7 @@ read_error read_mps(std::string_view text, problem &out) {
           return err(1104, {line_str(), "COLUMNS", name});
         }
         if (last_col_in_row.size() < rows.size()) last_col_in_row.resize(rows.size(), -1);
-        for (int k = 1; k + 1 < fl.n; k += 2) {
+        for (int k = same_col ? 0 : 1; k + 1 < fl.n; k += 2) {
           auto r = row_of.find(fl.f[k]);
           if (r == row_of.end()) return err(1105, {line_str(), "COLUMNS", fl.f[k]});
           double v;
@@ -247,7 +255,7 @@ read_error read_mps(std::string_view text, problem &out) {
           const mps_row &row = rows[r->second];
           if (row.index == 0) {
             c[current_col] = v;
-          } else if (row.index > 0) {
+          } else if (row.index > 0 && v != 0.0) {  // an explicit zero is no entry
             a.row.push_back(row.index);
             a.col.push_back(current_col + 1);
             a.val.push_back(v);
