@@ -6,9 +6,10 @@
 //   LINEAR CONSTRAINTS DETAILED, NONLINEAR CONSTRAINTS BOUNDS,
 //   NONLINEAR CONSTRAINTS DETAILED, MATRIX CONSTRAINTS,
 //   MATRIX CONSTRAINTS DETAILED, CONE CONSTRAINTS, CONE CONSTRAINTS DETAILED,
-//   QUADRATIC CONSTRAINTS DETAILED, MULTIPLIERS SIZES, OPTIONS, ALL OPTIONS
+//   QUADRATIC CONSTRAINTS DETAILED, MULTIPLIERS SIZES, OPTIONS, ALL OPTIONS.
 // Every keyword is checked before anything is printed.  Lines are at most
 // 80 characters; a negative nout prints nothing.
+
 // g++ 12 warns wrongly about overlapping copies inside std::string's
 // operator+ at -O2 (its bug 105329); the concatenations below are ordinary.
 #pragma GCC diagnostic ignored "-Wrestrict"

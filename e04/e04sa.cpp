@@ -42,7 +42,16 @@ ZEM_INTERNAL void e04safn_(engine_data *, void **handle, const char *ftype, cons
     // A message value holds 25 characters: a longer name is shown by its end.
     const std::string_view shown = std::string_view(name).substr(name.size() > 25 ? name.size() - 25 : 0);
     if (!f) return zem::fail(errbuf, ifail, 2, 1012, shown);
+    // The whole file in one string of its exact size (no growth by
+    // doubling, which would copy it and could double the peak memory).
     std::string text;
+    if (std::fseek(f, 0, SEEK_END) == 0) {
+      const long size = std::ftell(f);
+      if (size > 0) text.reserve(static_cast<size_t>(size));
+      std::rewind(f);
+    } else {
+      std::clearerr(f);
+    }
     char buf[1 << 16];
     size_t got;
     while ((got = std::fread(buf, 1, sizeof buf, f)) > 0) text.append(buf, got);

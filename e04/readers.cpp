@@ -3,14 +3,18 @@
 // MPS: every line is split into blank-separated fields, which reads both the
 // fixed and the free format as long as names hold no blanks.  A line whose
 // first character is not blank starts a section; '*' in column 1 starts a
-// comment.  Sections: NAME, OBJSENSE is not supported, ROWS, COLUMNS (with
+// comment, and so does a third or later field that opens with '$'.  In
+// COLUMNS a line of two or four fields whose first field starts beyond
+// column 12 (a blank name field of the fixed format) continues the column
+// of the line before.  Sections: NAME, OBJSENSE is not supported, ROWS, COLUMNS (with
 // 'MARKER' 'INTORG'/'INTEND' integer sections), RHS (on the objective row:
 // minus the objective's constant), RANGES, BOUNDS (UP LO FX FR MI PL BV LI
 // UI SC), QUADOBJ (upper triangle) or QMATRIX/QSECTION (full matrix, its
 // upper triangle is kept) for 0.5 x'Hx, CSECTION (one cone per section:
 // "CSECTION name value QUAD|RQUAD" and its member columns), OBJNAME (the
 // objective among the free rows; otherwise the first free row), ENDATA.
-// Other free rows are dropped with their entries.
+// Other free rows are dropped with their entries, and so are explicit zero
+// coefficients (a zero is not an entry of the matrix).
 //
 // Semantics: columns default to bounds [0, inf); UP with a negative value
 // on a column whose lower bound is 0 makes the lower bound -inf; SC (semi
@@ -67,6 +71,7 @@ fields split(std::string_view line) {
   while (i < line.size()) {
     while (i < line.size() && (line[i] == ' ' || line[i] == '\t' || line[i] == '\r')) ++i;
     if (i >= line.size()) break;
+    if (r.n >= 2 && line[i] == '$') break;  // a third or later field opening with '$' starts a comment
     size_t j = i;
     while (j < line.size() && line[j] != ' ' && line[j] != '\t' && line[j] != '\r') ++j;
     if (r.n < 8) r.f[r.n++] = line.substr(i, j - i);
@@ -93,6 +98,58 @@ const char *sec_name(sec s) {
   }
 }
 
+// Names of rows or columns: an open-addressing table of positions into a
+// list of names, probed linearly, each slot keeping the name's full hash so
+// that the names themselves are compared only on a hash match.  Much faster
+// than a node-based map on files with 10^5 names and 10^6 look-ups.
+class name_table {
+ public:
+  explicit name_table(const std::vector<std::string_view> &names) : names_(names) { rehash(1024); }
+  // The position of `name` in the list, or -1.
+  int64_t find(std::string_view name) const {
+    const uint64_t h = hash(name);
+    for (size_t i = h & mask_;; i = (i + 1) & mask_) {
+      const slot &e = slots_[i];
+      if (e.pos < 0) return -1;
+      if (e.hash == h && names_[static_cast<size_t>(e.pos)] == name) return e.pos;
+    }
+  }
+  // Records that names[pos] is `name` (not yet in the table).
+  void insert(std::string_view name, int64_t pos) {
+    if (2 * (count_ + 1) > slots_.size()) rehash(2 * slots_.size());
+    place(hash(name), pos);
+    ++count_;
+  }
+
+ private:
+  struct slot {
+    uint64_t hash;
+    int64_t pos;  // -1: empty
+  };
+  static uint64_t hash(std::string_view s) {
+    uint64_t h = 0xcbf29ce484222325ull;  // FNV-1a, then a final mix
+    for (unsigned char ch : s) h = (h ^ ch) * 0x100000001b3ull;
+    h ^= h >> 33;
+    h *= 0xff51afd7ed558ccdull;
+    return h ^ (h >> 33);
+  }
+  void place(uint64_t h, int64_t pos) {
+    size_t i = h & mask_;
+    while (slots_[i].pos >= 0) i = (i + 1) & mask_;
+    slots_[i] = {h, pos};
+  }
+  void rehash(size_t n) {
+    std::vector<slot> old = std::move(slots_);
+    slots_.assign(n, slot{0, -1});
+    mask_ = n - 1;
+    for (const slot &e : old)
+      if (e.pos >= 0) place(e.hash, e.pos);
+  }
+  const std::vector<std::string_view> &names_;
+  std::vector<slot> slots_;
+  size_t mask_ = 0, count_ = 0;
+};
+
 struct mps_row {
   char type;  // 'E', 'L', 'G'; 'N' free
   int64_t index;  // constraint row number (1-based), 0 for the objective, -1 other free rows
@@ -103,9 +160,9 @@ struct mps_row {
 }  // namespace
 
 read_error read_mps(std::string_view text, problem &out) {
-  std::unordered_map<std::string_view, int64_t> row_of, col_of;  // name -> position in rows / columns
   std::vector<mps_row> rows;
-  std::vector<std::string_view> col_names;
+  std::vector<std::string_view> row_names, col_names;
+  name_table row_of(row_names), col_of(col_names);  // name -> position in rows / columns
   std::vector<double> c, bl, bu;
   std::vector<int64_t> vtype;
   coo a;          // constraint entries: row = constraint number, col = column number
@@ -200,7 +257,7 @@ read_error read_mps(std::string_view text, problem &out) {
         const std::string_view t = fl.f[0], name = fl.f[1];
         if (t.size() != 1 || (t[0] != 'N' && t[0] != 'E' && t[0] != 'L' && t[0] != 'G'))
           return err(1103, {line_str(), t});
-        if (row_of.count(name)) return err(1104, {line_str(), "ROWS", name});
+        if (row_of.find(name) >= 0) return err(1104, {line_str(), "ROWS", name});
         mps_row r{t[0], -1};
         if (t[0] == 'N') {
           const bool is_obj = objname.empty() ? obj_row < 0 : name == objname;
@@ -211,7 +268,8 @@ read_error read_mps(std::string_view text, problem &out) {
         } else {
           r.index = ++ncons;
         }
-        row_of.emplace(name, static_cast<int64_t>(rows.size()));
+        row_of.insert(name, static_cast<int64_t>(rows.size()));
+        row_names.push_back(name);
         rows.push_back(r);
         break;
       }
@@ -222,32 +280,35 @@ read_error read_mps(std::string_view text, problem &out) {
           else return err(1117, {line_str(), "COLUMNS", fl.f[2]});
           break;
         }
-        if (fl.n < 3 || fl.n == 4) return err(1102, {line_str(), "COLUMNS"});
-        const std::string_view name = fl.f[0];
-        auto it = col_of.find(name);
-        if (it == col_of.end()) {
+        // A fixed-format line whose name field (columns 5-12) is blank
+        // continues the column of the line before.
+        const bool same_col = (fl.n == 2 || fl.n == 4) && current_col >= 0 && fl.f[0].data() - line.data() >= 12;
+        if (!same_col && (fl.n < 3 || fl.n == 4)) return err(1102, {line_str(), "COLUMNS"});
+        const std::string_view name = same_col ? col_names[current_col] : fl.f[0];
+        const int64_t found = col_of.find(name);
+        if (found < 0) {
           current_col = static_cast<int64_t>(col_names.size());
-          col_of.emplace(name, current_col);
+          col_of.insert(name, current_col);
           col_names.push_back(name);
           c.push_back(0.0);
           bl.push_back(0.0);
           bu.push_back(std::numeric_limits<double>::infinity());
           vtype.push_back(integer_section ? var_integer : var_continuous);
-        } else if (it->second != current_col) {
+        } else if (found != current_col) {
           return err(1104, {line_str(), "COLUMNS", name});
         }
         if (last_col_in_row.size() < rows.size()) last_col_in_row.resize(rows.size(), -1);
-        for (int k = 1; k + 1 < fl.n; k += 2) {
-          auto r = row_of.find(fl.f[k]);
-          if (r == row_of.end()) return err(1105, {line_str(), "COLUMNS", fl.f[k]});
+        for (int k = same_col ? 0 : 1; k + 1 < fl.n; k += 2) {
+          const int64_t r = row_of.find(fl.f[k]);
+          if (r < 0) return err(1105, {line_str(), "COLUMNS", fl.f[k]});
           double v;
           if (!parse_real(fl.f[k + 1], &v)) return err(1107, {line_str(), "COLUMNS", fl.f[k + 1]});
-          if (last_col_in_row[r->second] == current_col) return err(1109, {line_str(), "COLUMNS", fl.f[k]});
-          last_col_in_row[r->second] = current_col;
-          const mps_row &row = rows[r->second];
+          if (last_col_in_row[r] == current_col) return err(1109, {line_str(), "COLUMNS", fl.f[k]});
+          last_col_in_row[r] = current_col;
+          const mps_row &row = rows[r];
           if (row.index == 0) {
             c[current_col] = v;
-          } else if (row.index > 0) {
+          } else if (row.index > 0 && v != 0.0) {  // an explicit zero is no entry
             a.row.push_back(row.index);
             a.col.push_back(current_col + 1);
             a.val.push_back(v);
@@ -260,11 +321,11 @@ read_error read_mps(std::string_view text, problem &out) {
         const int first = fl.n % 2 == 1 ? 1 : 0;  // an odd count starts with the set name
         if (fl.n < 2) return err(1102, {line_str(), sec_name(s)});
         for (int k = first; k + 1 < fl.n; k += 2) {
-          auto r = row_of.find(fl.f[k]);
-          if (r == row_of.end()) return err(1105, {line_str(), sec_name(s), fl.f[k]});
+          const int64_t r = row_of.find(fl.f[k]);
+          if (r < 0) return err(1105, {line_str(), sec_name(s), fl.f[k]});
           double v;
           if (!parse_real(fl.f[k + 1], &v)) return err(1107, {line_str(), sec_name(s), fl.f[k + 1]});
-          mps_row &row = rows[r->second];
+          mps_row &row = rows[r];
           if (s == sec::rhs) {
             if (row.index == 0) obj_constant = -v;
             else row.rhs = v;
@@ -287,12 +348,11 @@ read_error read_mps(std::string_view text, problem &out) {
           else if (fl.n == 3) col = fl.f[1], val = fl.f[2];
           else return err(1102, {line_str(), "BOUNDS"});
         } else {
-          if (fl.n >= 3 && col_of.count(fl.f[2])) col = fl.f[2];
+          if (fl.n >= 3 && col_of.find(fl.f[2]) >= 0) col = fl.f[2];
           else col = fl.f[1];
         }
-        auto ci = col_of.find(col);
-        if (ci == col_of.end()) return err(1106, {line_str(), "BOUNDS", col});
-        const int64_t j = ci->second;
+        const int64_t j = col_of.find(col);
+        if (j < 0) return err(1106, {line_str(), "BOUNDS", col});
         double v = 0.0;
         if (valued && !parse_real(val, &v)) return err(1107, {line_str(), "BOUNDS", val});
         const double inf = std::numeric_limits<double>::infinity();
@@ -319,13 +379,13 @@ read_error read_mps(std::string_view text, problem &out) {
       case sec::quad_upper:
       case sec::quad_full: {
         if (fl.n < 3) return err(1102, {line_str(), sec_name(s)});
-        auto c1 = col_of.find(fl.f[0]);
-        if (c1 == col_of.end()) return err(1106, {line_str(), sec_name(s), fl.f[0]});
-        auto c2 = col_of.find(fl.f[1]);
-        if (c2 == col_of.end()) return err(1106, {line_str(), sec_name(s), fl.f[1]});
+        const int64_t c1 = col_of.find(fl.f[0]);
+        if (c1 < 0) return err(1106, {line_str(), sec_name(s), fl.f[0]});
+        const int64_t c2 = col_of.find(fl.f[1]);
+        if (c2 < 0) return err(1106, {line_str(), sec_name(s), fl.f[1]});
         double v;
         if (!parse_real(fl.f[2], &v)) return err(1107, {line_str(), sec_name(s), fl.f[2]});
-        int64_t i = c1->second + 1, j = c2->second + 1;
+        int64_t i = c1 + 1, j = c2 + 1;
         if (s == sec::quad_full && i > j) break;  // the lower half repeats the upper
         if (i > j) std::swap(i, j);
         const uint64_t key = static_cast<uint64_t>(i) * (uint64_t{1} << 32) + static_cast<uint64_t>(j);
@@ -336,10 +396,10 @@ read_error read_mps(std::string_view text, problem &out) {
         break;
       }
       case sec::cone: {
-        auto ci = col_of.find(fl.f[0]);
-        if (ci == col_of.end()) return err(1106, {line_str(), "CSECTION", fl.f[0]});
-        if (!cone_sets.back().insert(ci->second).second) return err(1112, {line_str(), fl.f[0]});
-        cones.back().members.push_back(ci->second + 1);
+        const int64_t ci = col_of.find(fl.f[0]);
+        if (ci < 0) return err(1106, {line_str(), "CSECTION", fl.f[0]});
+        if (!cone_sets.back().insert(ci).second) return err(1112, {line_str(), fl.f[0]});
+        cones.back().members.push_back(ci + 1);
         break;
       }
       case sec::done: break;

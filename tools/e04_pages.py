@@ -27,6 +27,25 @@ MACROS = {
     "E04_READER_ROWS": "the file failures of docs/e04sa.md (MPS and SDPA)",
 }
 
+# Routines whose example program is the one of a closely related routine
+# (the docs site shows it on both pages), and what each program shows.
+OWN_EXAMPLE = {"e04rc": "e04rb", "e04rl": "e04rg", "e04rp": "e04rn", "e04rt": "e04rs",
+               "e04rx": "e04rw", "e04tb": "e04ta", "e04tj": "e04td"}
+EXAMPLE_TOPIC = {
+    "e04ra": "the handle's life", "e04sa": "reading files",
+    "e04rb": "second-order cones and integer variables",
+    "e04rd": "an SDPA stream read with too small and then sufficient limits",
+    "e04rf": "a convex quadratic programme",
+    "e04rg": "a nonlinear objective and its Hessian structure",
+    "e04rk": "nonlinear constraints and their Hessian structures",
+    "e04rm": "dense and sparse nonlinear least-squares objectives",
+    "e04rn": "a matrix inequality and its bilinear terms",
+    "e04rs": "quadratic constraints and a factored quadratic objective",
+    "e04rw": "a starting point and a warm-start basis in the store",
+    "e04ta": "appending variables and deleting components",
+    "e04td": "editing bounds and coefficients in place",
+}
+
 def purpose(src):
     lines = []
     for l in src.splitlines():
@@ -82,7 +101,13 @@ def main():
             for m in re.finditer(r'\{"([^"]+)", "[^"]+", (true|false), (true|false), size_rule::(\w+)\}', body):
                 page.append("| %s | %s | %s | %s |" % (m.group(1), "yes" if m.group(2) == "true" else "no",
                                                      "yes" if m.group(3) == "true" else "no", sizes[m.group(4)]))
-        page += ["", "## Example", "", f"examples/e04rac.c and examples/e04raf.f90 (the handle's life),",
+        page += ["", "## Example", ""]
+        own = OWN_EXAMPLE.get(name, name)
+        if own not in ("e04ra", "e04sa") and (ROOT / "examples" / f"{own}c.c").exists():
+            page += [f"examples/{own}c.c and examples/{own}f.f90"
+                     + (f" (shared with {own}: {EXAMPLE_TOPIC[own]})," if own != name else f" ({EXAMPLE_TOPIC.get(own, 'this routine')}),"),
+                     "with what they print in the .out files beside them; also"]
+        page += ["examples/e04rac.c and examples/e04raf.f90 (the handle's life),",
                  "examples/e04sac.c and examples/e04saf.f90 (reading files); the client tests",
                  "tests/e04/client_e04_model.c and .f90 call every routine with its failures.", ""]
         (ROOT / "docs" / f"{name}.md").write_text("\n".join(page))

@@ -4,6 +4,9 @@
 zem_packages="cmake make g++ gfortran pkg-config libgtest-dev libgmock-dev $*"
 # d02: the order-condition test computes in exact rationals with GMP.
 zem_packages="$zem_packages libgmp-dev"
+# e04: the real-file test reads the MPS examples of glpk-utils and the SDPA
+# example of libsdpa-dev (and is skipped without them).
+zem_packages="$zem_packages glpk-utils libsdpa-dev"
 missing=""
 for p in $zem_packages; do
   dpkg-query -W -f='${Status}' "$p" 2>/dev/null | grep -q "install ok installed" || missing="$missing $p"

@@ -142,6 +142,10 @@ int main(void) {
   show("all_sections.mps");
   e04ryc(h, 6, "OVERVIEW,OBJECTIVE,SIMPLE BOUNDS,LINEAR CONSTRAINTS BOUNDS", &fail);
   e04rzc(&h, &fail);
+  e04sac(&h, "MPS", data("fixed_continuation.mps"), &fail);
+  show("fixed_continuation.mps");
+  e04ryc(h, 6, "OBJECTIVE,SIMPLE BOUNDS,LINEAR CONSTRAINTS DETAILED", &fail);
+  e04rzc(&h, &fail);
   e04sac(&h, "M", data("free_quad.mps"), &fail);
   show("free_quad.mps");
   e04ryc(h, 6, "OVERVIEW,OBJECTIVE", &fail);

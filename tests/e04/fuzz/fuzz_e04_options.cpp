@@ -1,5 +1,5 @@
 // libFuzzer targets of the option routines (built and run by
-// tools/fuzz_e04_options.sh under AddressSanitizer and UBSan).
+// tools/fuzz_e04.sh under AddressSanitizer and UBSan).
 //   ZEM_FUZZ_E04ZM: the input is an option string for e04zmc and e04znc.
 //   ZEM_FUZZ_E04ZP: the input is an options file for e04zpc.
 // Every call must return with a fail record (never crash, hang or read out
