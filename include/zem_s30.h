@@ -49,3 +49,60 @@ void s30caf_(const char *calput, const int64_t *m, const int64_t *n, const doubl
              const double *t, const double *sigma, const double *r, const double *q, const double *k, double *p,
              const int64_t *ldp, int64_t *ifail, size_t calput_len);
 #define zem_opt_binary_con_price s30cac
+
+/* s30ba: floating-strike lookback options: p(i, j) for sm[i], the minimum
+ * (Zem_Call) or maximum (Zem_Put) of the spot so far, and expiry t[j];
+ * sm[i] <= s for calls, sm[i] >= s for puts; layout and bounds as s30aa. */
+void s30bac(Zem_OrderType order, Zem_OptionType option, int64_t m, int64_t n, const double sm[], double s,
+            const double t[], double sigma, double r, double q, double p[], int64_t ldp, Zem_Fail *fail);
+void s30baf_(const char *calput, const int64_t *m, const int64_t *n, const double *sm, const double *s,
+             const double *t, const double *sigma, const double *r, const double *q, double *p, const int64_t *ldp,
+             int64_t *ifail, size_t calput_len);
+#define zem_opt_lookback_fls_price s30bac
+
+/* s30bb: as s30ba, with delta, gamma, vega, theta and rho, each a matrix of
+ * the layout of p (share/doc/zem/s30bb.md); r and q must differ. */
+void s30bbc(Zem_OrderType order, Zem_OptionType option, int64_t m, int64_t n, const double sm[], double s,
+            const double t[], double sigma, double r, double q, double p[], int64_t ldp, double delta[],
+            double gamma[], double vega[], double theta[], double rho[], Zem_Fail *fail);
+void s30bbf_(const char *calput, const int64_t *m, const int64_t *n, const double *sm, const double *s,
+             const double *t, const double *sigma, const double *r, const double *q, double *p, const int64_t *ldp,
+             double *delta, double *gamma, double *vega, double *theta, double *rho, int64_t *ifail,
+             size_t calput_len);
+#define zem_opt_lookback_fls_greeks s30bbc
+
+/* s30cb: as s30ca, with delta, gamma, vega, theta and rho, each a matrix of
+ * the layout of p (share/doc/zem/s30cb.md). */
+void s30cbc(Zem_OrderType order, Zem_OptionType option, int64_t m, int64_t n, const double x[], double s,
+            const double t[], double sigma, double r, double q, double k, double p[], int64_t ldp, double delta[],
+            double gamma[], double vega[], double theta[], double rho[], Zem_Fail *fail);
+void s30cbf_(const char *calput, const int64_t *m, const int64_t *n, const double *x, const double *s,
+             const double *t, const double *sigma, const double *r, const double *q, const double *k, double *p,
+             const int64_t *ldp, double *delta, double *gamma, double *vega, double *theta, double *rho,
+             int64_t *ifail, size_t calput_len);
+#define zem_opt_binary_con_greeks s30cbc
+
+/* s30fa: single-barrier options: p(i, j) for strike x[i] and expiry t[j] of
+ * a call or put knocked in or out when the spot touches h from above
+ * (Zem_DownandIn, Zem_DownandOut; s > h) or below (Zem_UpandIn,
+ * Zem_UpandOut; s < h), with rebate k >= 0 (paid at expiry for a knock-in
+ * never knocked in, at the touch for a knock-out); layout as s30aa. */
+void s30fac(Zem_OrderType order, Zem_OptionType option, Zem_BarrierType type, int64_t m, int64_t n,
+            const double x[], double s, double h, double k, const double t[], double sigma, double r, double q,
+            double p[], int64_t ldp, Zem_Fail *fail);
+void s30faf_(const char *calput, const char *btype, const int64_t *m, const int64_t *n, const double *x,
+             const double *s, const double *h, const double *k, const double *t, const double *sigma,
+             const double *r, const double *q, double *p, const int64_t *ldp, int64_t *ifail, size_t calput_len,
+             size_t btype_len);
+#define zem_opt_barrier_std_price s30fac
+
+/* s30qc: American options by the Bjerksund-Stensland (1993) closed-form
+ * approximation: p(i, j) for strike x[i] and expiry t[j]; layout and bounds
+ * as s30aa, and s^beta < 2^1022 for the perpetual exponent beta
+ * (share/doc/zem/s30qc.md). */
+void s30qcc(Zem_OrderType order, Zem_OptionType option, int64_t m, int64_t n, const double x[], double s,
+            const double t[], double sigma, double r, double q, double p[], int64_t ldp, Zem_Fail *fail);
+void s30qcf_(const char *calput, const int64_t *m, const int64_t *n, const double *x, const double *s,
+             const double *t, const double *sigma, const double *r, const double *q, double *p, const int64_t *ldp,
+             int64_t *ifail, size_t calput_len);
+#define zem_opt_amer_bs_price s30qcc

@@ -180,5 +180,254 @@ def main():
         fh.write('\n'.join(out) + '\n')
 
 
+# ---- Exotic closed forms: lookback (s30ba/s30bb), binary sensitivities
+# (s30cb), barriers (s30fa) and the American approximation (s30qc).  Each
+# price is the published formula evaluated at 50 digits from the exact
+# double inputs; each sensitivity is mpmath's high-precision numerical
+# derivative of that price (at 60 digits), or, for s30cb, its closed form
+# checked against that derivative.
+
+def lookback(kind, s, sm, t, sigma, r, q):
+    """Goldman-Sosin-Gatto (1979) / Conze-Viswanathan (1991) floating
+    strike lookback; the limit form where r = q."""
+    s, sm, t, sigma, r, q = (mp.mpf(a) for a in (s, sm, t, sigma, r, q))
+    b = r - q
+    v = sigma * mp.sqrt(t)
+    a1 = (mp.log(s / sm) + (b + sigma ** 2 / 2) * t) / v
+    a2 = a1 - v
+    if kind == 'C':
+        base = s * mp.exp(-q * t) * N(a1) - sm * mp.exp(-r * t) * N(a2)
+        if b == 0:
+            return base + s * mp.exp(-r * t) * v * (mp.npdf(a1) + a1 * (N(a1) - 1))
+        nu = 2 * b / sigma ** 2
+        return base + s * mp.exp(-r * t) / nu * (
+            (s / sm) ** (-nu) * N(-a1 + 2 * b * mp.sqrt(t) / sigma) - mp.exp(b * t) * N(-a1))
+    base = sm * mp.exp(-r * t) * N(-a2) - s * mp.exp(-q * t) * N(-a1)
+    if b == 0:
+        return base + s * mp.exp(-r * t) * v * (mp.npdf(a1) + a1 * N(a1))
+    nu = 2 * b / sigma ** 2
+    return base + s * mp.exp(-r * t) / nu * (
+        -(s / sm) ** (-nu) * N(a1 - 2 * b * mp.sqrt(t) / sigma) + mp.exp(b * t) * N(a1))
+
+
+def greeks5(f, s, t, sigma, r):
+    """delta, gamma, vega, theta = -df/dt, rho of f(s, t, sigma, r)."""
+    pt = (mp.mpf(s), mp.mpf(t), mp.mpf(sigma), mp.mpf(r))
+    return [mp.diff(f, pt, (1, 0, 0, 0)), mp.diff(f, pt, (2, 0, 0, 0)), mp.diff(f, pt, (0, 0, 1, 0)),
+            -mp.diff(f, pt, (0, 1, 0, 0)), mp.diff(f, pt, (0, 0, 0, 1))]
+
+
+def binary_greeks(kind, s, x, t, sigma, r, q, k):
+    """Closed forms of the cash-or-nothing sensitivities (docs/s30cb.md)."""
+    s, x, t, sigma, r, q, k = (mp.mpf(a) for a in (s, x, t, sigma, r, q, k))
+    v = sigma * mp.sqrt(t)
+    d2 = (mp.log(s / x) + (r - q - sigma ** 2 / 2) * t) / v
+    d1 = d2 + v
+    e = 1 if kind == 'C' else -1
+    kd = k * mp.exp(-r * t)
+    ph = mp.npdf(d2)
+    delta = e * kd * ph / (s * v)
+    gamma = -e * kd * ph * d1 / (s * s * v * v)
+    vega = -e * kd * ph * d1 / sigma
+    dd2dt = (r - q - sigma ** 2 / 2) / v - d2 / (2 * t)
+    theta = r * kd * N(e * d2) - e * kd * ph * dd2dt
+    rho = -t * kd * N(e * d2) + e * kd * ph * mp.sqrt(t) / sigma
+    return [delta, gamma, vega, theta, rho]
+
+
+def barrier(kind, btype, s, x, h, k, t, sigma, r, q):
+    """Merton (1973) and Reiner-Rubinstein (1991) single-barrier options;
+    rebate k paid at expiry (knock-in) or at the hit (knock-out)."""
+    s, x, h, k, t, sigma, r, q = (mp.mpf(a) for a in (s, x, h, k, t, sigma, r, q))
+    b = r - q
+    v = sigma * mp.sqrt(t)
+    mu = (b - sigma ** 2 / 2) / sigma ** 2
+    lam = mp.sqrt(mu ** 2 + 2 * r / sigma ** 2)
+    x1 = mp.log(s / x) / v + (1 + mu) * v
+    x2 = mp.log(s / h) / v + (1 + mu) * v
+    y1 = mp.log(h * h / (s * x)) / v + (1 + mu) * v
+    y2 = mp.log(h / s) / v + (1 + mu) * v
+    z = mp.log(h / s) / v + lam * v
+    eta = 1 if btype[0] == 'D' else -1
+    ph = 1 if kind == 'C' else -1
+    dq, dr = mp.exp(-q * t), mp.exp(-r * t)
+    A = ph * s * dq * N(ph * x1) - ph * x * dr * N(ph * x1 - ph * v)
+    B = ph * s * dq * N(ph * x2) - ph * x * dr * N(ph * x2 - ph * v)
+    C = ph * s * dq * (h / s) ** (2 * (mu + 1)) * N(eta * y1) - ph * x * dr * (h / s) ** (2 * mu) * N(eta * y1 - eta * v)
+    D = ph * s * dq * (h / s) ** (2 * (mu + 1)) * N(eta * y2) - ph * x * dr * (h / s) ** (2 * mu) * N(eta * y2 - eta * v)
+    E = k * dr * (N(eta * x2 - eta * v) - (h / s) ** (2 * mu) * N(eta * y2 - eta * v))
+    F = k * ((h / s) ** (mu + lam) * N(eta * z) + (h / s) ** (mu - lam) * N(eta * z - 2 * eta * lam * v))
+    above = x > h
+    table = {
+        ('C', 'DI'): C + E if above else A - B + D + E,
+        ('C', 'UI'): A + E if above else B - C + D + E,
+        ('P', 'DI'): B - C + D + E if above else A + E,
+        ('P', 'UI'): A - B + D + E if above else C + E,
+        ('C', 'DO'): A - C + F if above else B - D + F,
+        ('C', 'UO'): F if above else A - B + C - D + F,
+        ('P', 'DO'): A - B + C - D + F if above else F,
+        ('P', 'UO'): B - D + F if above else A - C + F,
+    }
+    return table[(kind, btype)]
+
+
+def bs93_call(s, x, t, r, b, sigma):
+    """Bjerksund-Stensland (1993) American call approximation."""
+    if b >= r:
+        v = sigma * mp.sqrt(t)
+        d1 = (mp.log(s / x) + (b + sigma ** 2 / 2) * t) / v
+        return s * mp.exp((b - r) * t) * N(d1) - x * mp.exp(-r * t) * N(d1 - v)
+    beta = (mp.mpf(1) / 2 - b / sigma ** 2) + mp.sqrt((b / sigma ** 2 - mp.mpf(1) / 2) ** 2 + 2 * r / sigma ** 2)
+    binf = beta / (beta - 1) * x
+    b0 = max(x, r / (r - b) * x)
+    ht = -(b * t + 2 * sigma * mp.sqrt(t)) * b0 / (binf - b0)
+    i = b0 + (binf - b0) * (1 - mp.exp(ht)) if ht < 0 else b0  # held at B_0 where h(t) > 0
+    if s >= i:
+        return s - x
+    alpha = (i - x) * i ** (-beta)
+
+    def phi_(gamma, hh):
+        lam = (-r + gamma * b + gamma * (gamma - 1) * sigma ** 2 / 2) * t
+        d = -(mp.log(s / hh) + (b + (gamma - mp.mpf(1) / 2) * sigma ** 2) * t) / (sigma * mp.sqrt(t))
+        kap = 2 * b / sigma ** 2 + (2 * gamma - 1)
+        return mp.exp(lam) * s ** gamma * (N(d) - (i / s) ** kap * N(d - 2 * mp.log(i / s) / (sigma * mp.sqrt(t))))
+
+    return (alpha * s ** beta - alpha * phi_(beta, i) + phi_(1, i) - phi_(1, x) - x * phi_(0, i)
+            + x * phi_(0, x))
+
+
+def american(kind, s, x, t, sigma, r, q):
+    s, x, t, sigma, r, q = (mp.mpf(a) for a in (s, x, t, sigma, r, q))
+    if kind == 'C':
+        return bs93_call(s, x, t, r, r - q, sigma)
+    return bs93_call(x, s, t, q, q - r, sigma)  # the put-call transformation
+
+
+def write_blocks(path, header, blocks):
+    with open(path, 'w') as fh:
+        fh.write('\n'.join(header) + '\n')
+        for head, xs, ts, rows in blocks:
+            fh.write(head + '\n')
+            fh.write('x ' + ' '.join(repr(float(x)) for x in xs) + '\n')
+            fh.write('t ' + ' '.join(repr(float(t)) for t in ts) + '\n')
+            for i, j, vals in rows:
+                fh.write('%d %d %s\n' % (i, j, ' '.join(fmt(v) for v in vals)))
+
+
+def exotic_main(root):
+    gen = '# Generated by: /usr/bin/python3 tools/s30_reference.py (mpmath %s, %d digits)' % (mp.__version__, mp.mp.dps)
+    data = os.path.join(root, 'tests', 's30', 'data')
+    # Lookbacks: 'x' holds sm.  Rows: i j price delta gamma vega theta rho
+    # (the sensitivities only where r != q; zeros otherwise).
+    lb_cases = [
+        ('C', 100.0, 0.2, 0.05, 0.02, [50.0, 80.0, 95.0, 100.0], [0.05, 0.5, 1.0, 5.0]),
+        ('P', 100.0, 0.2, 0.05, 0.02, [100.0, 105.0, 120.0, 200.0], [0.05, 0.5, 1.0, 5.0]),
+        ('C', 55.5, 0.45, 0.0, 0.07, [20.0, 50.0, 55.5], [0.01, 0.25, 2.0, 10.0]),
+        ('P', 55.5, 0.45, 0.08, 0.0, [55.5, 60.0, 150.0], [0.01, 0.25, 2.0, 10.0]),
+        ('C', 1.25, 0.08, 0.01, 0.03, [1.0, 1.2, 1.25], [0.1, 1.0, 3.0]),
+        ('P', 1.25, 0.08, 0.0, 0.06, [1.25, 1.3, 1.6], [0.1, 1.0, 3.0]),
+        # r = q (s30ba only) and r - q tiny, where the published form divides
+        # by nearly zero
+        ('C', 100.0, 0.3, 0.03, 0.03, [70.0, 90.0, 100.0], [0.1, 1.0, 4.0]),
+        ('P', 100.0, 0.3, 0.03, 0.03, [100.0, 110.0, 130.0], [0.1, 1.0, 4.0]),
+        ('C', 100.0, 0.3, 0.03, 0.030000001, [70.0, 90.0, 100.0], [0.1, 1.0, 4.0]),
+        ('P', 100.0, 0.3, 0.03, 0.029999, [100.0, 110.0, 130.0], [0.1, 1.0, 4.0]),
+        # strong drift against a small volatility
+        ('C', 100.0, 0.05, 0.1, 0.0, [60.0, 99.0, 100.0], [0.5, 3.0]),
+        ('P', 100.0, 0.05, 0.0, 0.1, [100.0, 101.0, 140.0], [0.5, 3.0]),
+        ('C', 100.0, 0.05, 0.0, 0.1, [60.0, 99.0, 100.0], [0.5, 3.0]),
+        ('P', 100.0, 0.05, 0.1, 0.0, [100.0, 101.0, 140.0], [0.5, 3.0]),
+    ]
+    blocks = []
+    for kind, s, sigma, r, q, sms, ts in lb_cases:
+        rows = []
+        for j, t in enumerate(ts):
+            for i, sm in enumerate(sms):
+                p = lookback(kind, s, sm, t, sigma, r, q)
+                g = [mp.mpf(0)] * 5
+                if r != q:
+                    with mp.workdps(60):
+                        g = greeks5(lambda S, T, V, R: lookback(kind, S, sm, T, V, R, q), s, t, sigma, r)
+                rows.append((i, j, [p] + g))
+        blocks.append(('case %s %r %r %r %r %d %d' % (kind, s, sigma, r, q, len(sms), len(ts)), sms, ts, rows))
+    write_blocks(os.path.join(data, 's30ba_reference.txt'),
+                 ['# Floating-strike lookback prices and sensitivities for s30ba and s30bb.', gen,
+                  '# x holds sm; a row: i j price delta gamma vega theta rho (zeros where r = q)'], blocks)
+
+    # Binary sensitivities: the s30ca cases of the first ten, payoff 2.5.
+    bin_cases = [
+        ('C', 100.0, 0.2, 0.05, 0.02, [50.0, 80.0, 100.0, 120.0, 200.0], [0.05, 0.5, 1.0, 5.0]),
+        ('P', 100.0, 0.2, 0.05, 0.02, [20.0, 50.0, 80.0, 100.0, 120.0, 200.0], [0.05, 0.5, 1.0, 5.0]),
+        ('C', 55.5, 0.45, 0.0, 0.0, [5.0, 30.0, 55.5, 70.0, 150.0], [0.01, 0.25, 2.0, 10.0]),
+        ('P', 55.5, 0.45, 0.0, 0.07, [5.0, 30.0, 55.5, 70.0, 150.0], [0.01, 0.25, 2.0, 10.0]),
+        ('C', 100.0, 0.1, 0.03, 0.0, [150.0, 200.0, 300.0], [0.25, 1.0]),
+        ('P', 1e6, 0.3, 0.12, 0.0, [1e4, 1e6, 1e8], [0.5, 30.0]),
+    ]
+    blocks = []
+    for kind, s, sigma, r, q, xs, ts in bin_cases:
+        rows = []
+        for j, t in enumerate(ts):
+            for i, x in enumerate(xs):
+                p = binary(kind, s, x, t, sigma, r, q, 2.5)
+                g = binary_greeks(kind, s, x, t, sigma, r, q, 2.5)
+                if p > 1e-30:
+                    with mp.workdps(60):
+                        h = greeks5(lambda S, T, V, R: binary(kind, S, x, T, V, R, q, 2.5), s, t, sigma, r)
+                    for a, b in zip(g, h):
+                        if abs(a - b) > 1e-20 * max(abs(b), 1e-10):
+                            sys.exit('binary sensitivity disagrees: %s %s at %s' % (a, b, (kind, s, x, t)))
+                rows.append((i, j, [p] + g))
+        blocks.append(('case %s %r %r %r %r %d %d' % (kind, s, sigma, r, q, len(xs), len(ts)), xs, ts, rows))
+    write_blocks(os.path.join(data, 's30cb_reference.txt'),
+                 ['# Cash-or-nothing binary prices (k = 2.5) and sensitivities for s30cb.', gen,
+                  '# a row: i j price delta gamma vega theta rho'], blocks)
+
+    # Barriers: a block per option type, barrier type, barrier and rebate.
+    # Rows: i j price.  Before writing, in + out = vanilla + rebate terms is
+    # checked (with k = 0: in + out = European).
+    blocks = []
+    for kind in 'CP':
+        for btype, s, h in (('DI', 100.0, 90.0), ('DO', 100.0, 90.0), ('UI', 100.0, 110.0), ('UO', 100.0, 110.0),
+                            ('DO', 100.0, 99.5), ('UI', 40.0, 75.0)):
+            for k, sigma, r, q in ((0.0, 0.25, 0.05, 0.02), (3.0, 0.25, 0.05, 0.02), (0.0, 0.4, 0.0, 0.06)):
+                xs = [70.0, 90.0, 100.0, 110.0, 130.0] if s == 100.0 else [30.0, 40.0, 60.0, 80.0]
+                ts = [0.1, 0.5, 1.0, 3.0]
+                rows = []
+                for j, t in enumerate(ts):
+                    for i, x in enumerate(xs):
+                        p = barrier(kind, btype, s, x, h, k, t, sigma, r, q)
+                        if k == 0:
+                            other = {'DI': 'DO', 'DO': 'DI', 'UI': 'UO', 'UO': 'UI'}[btype]
+                            euro = price(kind, mp.mpf(s), mp.mpf(x), mp.mpf(t), mp.mpf(sigma), mp.mpf(r), mp.mpf(q))
+                            tot = p + barrier(kind, other, s, x, h, 0, t, sigma, r, q)
+                            if abs(tot - euro) > 1e-40 * euro:
+                                sys.exit('in-out parity fails at %s' % ((kind, btype, s, x, h, t),))
+                        rows.append((i, j, [p]))
+                head = 'case %s %s %r %r %r %r %r %r %d %d' % (kind, btype, s, h, k, sigma, r, q, len(xs), len(ts))
+                blocks.append((head, xs, ts, rows))
+    write_blocks(os.path.join(data, 's30fa_reference.txt'),
+                 ['# Single-barrier option prices for s30fa.', gen,
+                  '# case <C|P> <DI|DO|UI|UO> s h k sigma r q m n; a row: i j price'], blocks)
+
+    # American approximation: rows i j price.
+    am_cases = [
+        ('C', 100.0, 0.2, 0.05, 0.02, [80.0, 90.0, 100.0, 110.0, 120.0], [0.1, 0.5, 1.0, 3.0]),
+        ('P', 100.0, 0.2, 0.05, 0.02, [80.0, 90.0, 100.0, 110.0, 120.0], [0.1, 0.5, 1.0, 3.0]),
+        ('C', 42.0, 0.35, 0.04, 0.08, [30.0, 40.0, 50.0], [0.25, 0.75, 2.0]),
+        ('P', 42.0, 0.35, 0.08, 0.0, [30.0, 40.0, 50.0, 80.0], [0.25, 0.75, 2.0]),
+        ('C', 100.0, 0.3, 0.03, 0.0, [90.0, 100.0, 110.0], [0.5, 2.0]),    # no dividend: European
+        ('P', 100.0, 0.3, 0.0, 0.0, [90.0, 100.0, 110.0], [0.5, 2.0]),     # r = 0: European
+        ('C', 100.0, 0.15, 0.1, 0.12, [50.0, 60.0, 100.0], [0.5, 5.0]),    # deep in the money: s above I
+    ]
+    blocks = []
+    for kind, s, sigma, r, q, xs, ts in am_cases:
+        rows = [(i, j, [american(kind, s, x, t, sigma, r, q)]) for j, t in enumerate(ts) for i, x in enumerate(xs)]
+        blocks.append(('case %s %r %r %r %r %d %d' % (kind, s, sigma, r, q, len(xs), len(ts)), xs, ts, rows))
+    write_blocks(os.path.join(data, 's30qc_reference.txt'),
+                 ['# American option prices, Bjerksund-Stensland (1993) approximation, for s30qc.', gen,
+                  '# a row: i j price'], blocks)
+
+
 if __name__ == '__main__':
     main()
+    exotic_main(sys.argv[1] if len(sys.argv) > 1 else os.path.join(os.path.dirname(__file__), '..'))

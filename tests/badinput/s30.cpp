@@ -146,3 +146,126 @@ ZEM_BADINPUT(s30ac) {
       s.expect(n == 0 ? fail.code == 0 : fail.code != 0, "n < 0 accepted or n = 0 refused");
     });
 }
+
+// ---- The exotic closed forms: lookback (s30ba, s30bb), binary with
+// sensitivities (s30cb), barrier (s30fa) and American (s30qc).
+namespace {
+
+struct exotic_case {
+  double x[M] = {90.0, 100.0, 110.0};
+  double smc[M] = {80.0, 90.0, 100.0};   // a call's minima so far
+  double smp[M] = {100.0, 110.0, 120.0};  // a put's maxima so far
+  double t[N] = {0.5, 1.0};
+  double s = 100.0, sigma = 0.2, r = 0.05, q = 0.01, k = 1.0, h = 80.0;
+  int64_t m = M, n = N, ldp = M;
+};
+
+void exotic_all(sweep &s, exotic_case g) {
+  for (Zem_OptionType o : {Zem_Call, Zem_Put}) {
+    const char cp = o == Zem_Call ? 'C' : 'P';
+    double *sm = o == Zem_Call ? g.smc : g.smp;
+    guarded<double> p(M * N, 0.0);
+    std::vector<guarded<double>> a;
+    for (int i = 0; i < 5; ++i) a.emplace_back(M * N, 0.0);
+    Zem_Fail fail = quiet();
+    s30bac(Zem_ColMajor, o, g.m, g.n, sm, g.s, g.t, g.sigma, g.r, g.q, p.data(), g.ldp, &fail);
+    s.intact(p, "p");
+    if (fail.code == 0) s.expect(!std::isnan(p[0]) && p[0] >= 0.0 && !std::isnan(p[5]), "a lookback price NaN");
+    int64_t ifail = 1;
+    s30baf_(&cp, &g.m, &g.n, sm, &g.s, g.t, &g.sigma, &g.r, &g.q, p.data(), &g.ldp, &ifail, 1);
+    s.intact(p, "p");
+    fail = quiet();
+    s30bbc(Zem_ColMajor, o, g.m, g.n, sm, g.s, g.t, g.sigma, g.r, g.q, p.data(), g.ldp, a[0].data(), a[1].data(),
+           a[2].data(), a[3].data(), a[4].data(), &fail);
+    ifail = 1;
+    s30bbf_(&cp, &g.m, &g.n, sm, &g.s, g.t, &g.sigma, &g.r, &g.q, p.data(), &g.ldp, a[0].data(), a[1].data(),
+            a[2].data(), a[3].data(), a[4].data(), &ifail, 1);
+    s.intact(p, "p");
+    for (int i = 0; i < 5; ++i) s.intact(a[i], "a sensitivity array");
+
+    fail = quiet();
+    s30cbc(Zem_ColMajor, o, g.m, g.n, g.x, g.s, g.t, g.sigma, g.r, g.q, g.k, p.data(), g.ldp, a[0].data(),
+           a[1].data(), a[2].data(), a[3].data(), a[4].data(), &fail);
+    if (fail.code == 0) s.fail_or_finite(fail, {p[0], p[5]});
+    ifail = 1;
+    s30cbf_(&cp, &g.m, &g.n, g.x, &g.s, g.t, &g.sigma, &g.r, &g.q, &g.k, p.data(), &g.ldp, a[0].data(), a[1].data(),
+            a[2].data(), a[3].data(), a[4].data(), &ifail, 1);
+    s.intact(p, "p");
+    for (int i = 0; i < 5; ++i) s.intact(a[i], "a sensitivity array");
+
+    for (Zem_BarrierType bt : {Zem_DownandIn, Zem_DownandOut, Zem_UpandIn, Zem_UpandOut}) {
+      const char *code = bt == Zem_DownandIn ? "DI" : bt == Zem_DownandOut ? "DO" : bt == Zem_UpandIn ? "UI" : "UO";
+      fail = quiet();
+      s30fac(Zem_ColMajor, o, bt, g.m, g.n, g.x, g.s, g.h, g.k, g.t, g.sigma, g.r, g.q, p.data(), g.ldp, &fail);
+      if (fail.code == 0) s.fail_or_finite(fail, {p[0], p[1], p[2], p[3], p[4], p[5]});
+      ifail = 1;
+      s30faf_(&cp, code, &g.m, &g.n, g.x, &g.s, &g.h, &g.k, g.t, &g.sigma, &g.r, &g.q, p.data(), &g.ldp, &ifail, 1,
+              2);
+      s.intact(p, "p");
+    }
+
+    fail = quiet();
+    s30qcc(Zem_ColMajor, o, g.m, g.n, g.x, g.s, g.t, g.sigma, g.r, g.q, p.data(), g.ldp, &fail);
+    if (fail.code == 0) s.fail_or_finite(fail, {p[0], p[1], p[2], p[3], p[4], p[5]});
+    ifail = 1;
+    s30qcf_(&cp, &g.m, &g.n, g.x, &g.s, g.t, &g.sigma, &g.r, &g.q, p.data(), &g.ldp, &ifail, 1);
+    s.intact(p, "p");
+  }
+}
+
+void exotic_sweep(sweep &s) {
+  for (double v : hostile_reals) {
+    const char *names[] = {"s", "sigma", "r", "q", "k", "h", "x[1]", "sm[1]", "t[1]"};
+    for (int w = 0; w < 9; ++w)
+      s.call(names[w], v, [&] {
+        exotic_case g;
+        double *place[] = {&g.s, &g.sigma, &g.r, &g.q, &g.k, &g.h, &g.x[1], &g.smc[1], &g.t[1]};
+        *place[w] = v;
+        if (w == 7) g.smp[1] = v;
+        exotic_all(s, g);
+      });
+  }
+  for (int64_t v : hostile_sizes) {
+    s.call("m", v, [&] {
+      exotic_case g;
+      g.m = v;
+      exotic_all(s, g);
+    });
+    if (v <= N) s.call("n", v, [&] {
+      exotic_case g;
+      g.n = v;
+      exotic_all(s, g);
+    });
+    s.call("ldp", v, [&] {
+      exotic_case g;
+      g.ldp = v;
+      g.n = 1;
+      exotic_all(s, g);
+    });
+  }
+  s.call("enumerations and null arrays", [&] {
+    exotic_case g;
+    double p[M * N];
+    Zem_Fail fail = quiet();
+    s30fac(Zem_ColMajor, Zem_Call, static_cast<Zem_BarrierType>(0), M, N, g.x, g.s, g.h, g.k, g.t, g.sigma, g.r, g.q,
+           p, M, &fail);
+    s.failed(fail, NE_BAD_PARAM);
+    fail = quiet();
+    s30bac(Zem_ColMajor, Zem_Call, M, N, nullptr, g.s, g.t, g.sigma, g.r, g.q, p, M, &fail);
+    s.failed(fail, NE_BAD_PARAM);
+    fail = quiet();
+    s30bbc(Zem_ColMajor, Zem_Call, M, N, g.smc, g.s, g.t, g.sigma, g.r, g.q, p, M, p, nullptr, p, p, p, &fail);
+    s.failed(fail, NE_BAD_PARAM);
+    int64_t ifail = 1;
+    s30faf_("C", "D", &g.m, &g.n, g.x, &g.s, &g.h, &g.k, g.t, &g.sigma, &g.r, &g.q, p, &g.ldp, &ifail, 1, 1);
+    s.failed(ifail, 12);
+  });
+}
+
+}  // namespace
+
+ZEM_BADINPUT(s30ba) { exotic_sweep(s); }
+ZEM_BADINPUT(s30bb) { exotic_sweep(s); }
+ZEM_BADINPUT(s30cb) { exotic_sweep(s); }
+ZEM_BADINPUT(s30fa) { exotic_sweep(s); }
+ZEM_BADINPUT(s30qc) { exotic_sweep(s); }

@@ -1,0 +1,203 @@
+// s30fa: single-barrier options in the Black-Scholes-Merton model, for m
+// strikes and n expiries, with a rebate.  With b = r - q, v = sigma sqrt(t),
+// mu = (b - sigma^2/2)/sigma^2, lambda = sqrt(mu^2 + 2r/sigma^2),
+// L = ln h - ln s (the logarithms taken separately, as in s30aa), and the
+// drift term t (b + sigma^2/2) of s30aa:
+//
+//   x1 = (ln s - ln x + drift)/v    x2 = (-L + drift)/v
+//   y1 = (2L + ln s - ln x + drift)/v    y2 = (L + drift)/v
+//   z  = L/v + lambda v
+//
+// and, with e = +1 (call) or -1 (put), n = +1 (down) or -1 (up):
+//
+//   A = e s e^{-qt} Phi(e x1) - e x e^{-rt} Phi(e (x1 - v))
+//   B = the same with x2
+//   C = e s e^{-qt} (h/s)^{2(mu+1)} Phi(n y1) - e x e^{-rt} (h/s)^{2mu} Phi(n (y1 - v))
+//   D = the same with y2
+//   E = k e^{-rt} [Phi(n (x2 - v)) - (h/s)^{2mu} Phi(n (y2 - v))]
+//   F = k [(h/s)^{mu+lambda} Phi(n z) + (h/s)^{mu-lambda} Phi(n (z - 2 lambda v))]
+//
+//   x > h:  call DI C+E, UI A+E, DO A-C+F, UO F;
+//           put  DI B-C+D+E, UI A-B+D+E, DO A-B+C-D+F, UO B-D+F
+//   x <= h: call DI A-B+D+E, UI B-C+D+E, DO B-D+F, UO A-B+C-D+F;
+//           put  DI A+E, UI C+E, DO F, UO A-C+F
+//
+// Each power of h/s is joined to the Normal probability it multiplies
+// before either is formed (exp_phi, s30/exotic.h), so that neither an
+// overflowing power nor an underflowing probability spoils the product.
+// A price that is a difference of such terms keeps the absolute accuracy
+// of its largest term (docs/s30fa.md); a price below zero by rounding is
+// returned as 0.
+// Sources: R. C. Merton, Theory of rational option pricing, Bell J.
+// Economics and Management Science 4 (1973) 141-183 (the down-and-out
+// call); M. Rubinstein and E. Reiner, Breaking down the barriers, Risk 4(8)
+// (1991) 28-35; E. G. Haug, The Complete Guide to Option Pricing Formulas,
+// 2nd ed. (2007), section 4.17.1.
+#include "s30/s30fa.h"
+
+#include <cstdint>
+#include <memory>
+#include <new>
+
+#include "s30/exotic.h"
+
+inline constexpr zem::message s30fa_messages[] = {
+    S30_GRID_ROWS,
+    {10, 1016, NE_REAL, {"On entry, k = %s.", "Constraint: k >= 0.0."}, {"On entry, k = %s", "Constraint: k >= 0.0."}},
+    {10, 1017, NE_REAL, {"On entry, k = %s.", "Constraint: k <= %s."}, {"On entry, k = %s", "Constraint: k <= %s."}},
+    {12, 1030, NE_BAD_PARAM, {"On entry, btype = '%s'.", "Constraint: btype = 'DI', 'DO', 'UI' or 'UO'."}},
+    {13, 1031, NE_REAL, {"On entry, h = %s.", "Constraint: h >= %s and h <= %s."},
+     {"On entry, h = %s", "Constraint: h >= %s and", "h <= %s."}},
+    {14, 1032, NE_ENUM_REAL_2, {"On entry, s and h are inconsistent with type:", "s = %s and h = %s."}},
+};
+ZEM_REGISTER_MESSAGES(s30fa)
+
+ZEM_ENGINE_LAYERS(s30fa, S30FA_ARGS)
+
+namespace zem::s30 {
+
+enum class barrier : int { down_in, down_out, up_in, up_out, invalid };
+
+inline barrier read_barrier(const char *s, size_t len) {
+  if (len < 2) return barrier::invalid;
+  const char a = s[0] & ~0x20, b = s[1] & ~0x20;  // upper case
+  if (a == 'D' && b == 'I') return barrier::down_in;
+  if (a == 'D' && b == 'O') return barrier::down_out;
+  if (a == 'U' && b == 'I') return barrier::up_in;
+  if (a == 'U' && b == 'O') return barrier::up_out;
+  return barrier::invalid;
+}
+
+struct barrier_args {
+  barrier type;
+  double h, k;
+};
+
+// One price; the terms are formed only where the case uses them.
+inline double barrier_price(kind K, barrier B, double lns, double lnx, double x, double L,
+                            const expiry_terms &e, double mu, double lam, const barrier_args &a) {
+  const double ph = K == kind::call ? 1.0 : -1.0;
+  const double eta = B == barrier::down_in || B == barrier::down_out ? 1.0 : -1.0;
+  const double v = e.vol;
+  const double xdr = x * e.dr;
+  // e s e^{-qt} Phi(e u) - e x e^{-rt} Phi(e (u - v))
+  auto plain = [&](double u) { return ph * (e.sdq * Phi(ph * u) - xdr * Phi(ph * (u - v))); };
+  // e s e^{-qt} (h/s)^{2(mu+1)} Phi(n u) - e x e^{-rt} (h/s)^{2mu} Phi(n (u - v))
+  auto mirror = [&](double u) {
+    return ph * (e.sdq * exp_phi(2.0 * (mu + 1.0) * L, eta * u) - xdr * exp_phi(2.0 * mu * L, eta * (u - v)));
+  };
+  const double x1 = (lns - lnx + e.drift) / v;
+  const double x2 = (-L + e.drift) / v;
+  const double y1 = (2.0 * L + lns - lnx + e.drift) / v;
+  const double y2 = (L + e.drift) / v;
+  const bool in = B == barrier::down_in || B == barrier::up_in;
+  double rebate = 0.0;
+  if (a.k != 0.0) {
+    if (in) {
+      rebate = a.k * e.dr * (Phi(eta * (x2 - v)) - exp_phi(2.0 * mu * L, eta * (y2 - v)));
+    } else {
+      const double z = L / v + lam * v;
+      rebate = a.k * (exp_phi((mu + lam) * L, eta * z) + exp_phi((mu - lam) * L, eta * (z - 2.0 * lam * v)));
+    }
+  }
+  const bool above = x > a.h;
+  double p = 0.0;
+  if (K == kind::call) {
+    switch (B) {
+      case barrier::down_in: p = above ? mirror(y1) : plain(x1) - plain(x2) + mirror(y2); break;
+      case barrier::up_in: p = above ? plain(x1) : plain(x2) - mirror(y1) + mirror(y2); break;
+      case barrier::down_out: p = above ? plain(x1) - mirror(y1) : plain(x2) - mirror(y2); break;
+      case barrier::up_out: p = above ? 0.0 : plain(x1) - plain(x2) + mirror(y1) - mirror(y2); break;
+      default: break;
+    }
+  } else {
+    switch (B) {
+      case barrier::down_in: p = above ? plain(x2) - mirror(y1) + mirror(y2) : plain(x1); break;
+      case barrier::up_in: p = above ? plain(x1) - plain(x2) + mirror(y2) : mirror(y1); break;
+      case barrier::down_out: p = above ? plain(x1) - plain(x2) + mirror(y1) - mirror(y2) : 0.0; break;
+      case barrier::up_out: p = above ? plain(x2) - mirror(y2) : plain(x1) - mirror(y1); break;
+      default: break;
+    }
+  }
+  p += rebate;
+  return p < 0.0 ? 0.0 : p;  // NaN, were it possible, would show
+}
+
+}  // namespace zem::s30
+
+ZEM_INTERNAL void s30fafn_(engine_data *, const char *calput, const char *btype, const int64_t *m, const int64_t *n,
+                           const double *x, const double *s, const double *h, const double *k, const double *t,
+                           const double *sigma, const double *r, const double *q, double *p, const int64_t *ldp,
+                           const int64_t *order, char *errbuf, int64_t *ifail, size_t calput_len,
+                           size_t btype_len) {
+  using namespace zem::s30;
+  *ifail = 0;
+  const grid_args g{read_kind(calput, calput_len), *m, *n, x, *s, t, *sigma, *r, *q, *ldp, *order};
+  // The barrier's arguments are checked after the shared ones.
+  if (check_grid(g, true, calput, calput_len, errbuf, ifail)) return;
+  if (!(*k >= 0.0)) return zem::fail(errbuf, ifail, 10, 1016, *k);
+  if (!(*k <= hi)) return zem::fail(errbuf, ifail, 10, 1017, *k, hi);
+  const barrier_args a{read_barrier(btype, btype_len), *h, *k};
+  if (a.type == barrier::invalid) {
+    char shown[3] = {btype_len > 0 ? btype[0] : ' ', btype_len > 1 ? btype[1] : '\0', '\0'};
+    return zem::fail(errbuf, ifail, 12, 1030, static_cast<const char *>(shown));
+  }
+  if (!(a.h >= lo && a.h <= hi)) return zem::fail(errbuf, ifail, 13, 1031, a.h, lo, hi);
+  // A down barrier lies below the spot, an up barrier above it; a spot on
+  // the barrier has already touched it, and is refused as well.
+  const bool down = a.type == barrier::down_in || a.type == barrier::down_out;
+  if (down ? !(g.s > a.h) : !(g.s < a.h)) return zem::fail(errbuf, ifail, 14, 1032, g.s, a.h);
+
+  std::unique_ptr<double[]> lnx(
+      static_cast<uint64_t>(g.m) <= PTRDIFF_MAX / sizeof(double) ? new (std::nothrow) double[g.m] : nullptr);
+  if (!lnx) return zem::alloc_fail(ifail);
+  for (int64_t i = 0; i < g.m; ++i) lnx[i] = std::log(x[i]);
+  const layout Ly = make_layout(g.order, g.ld);
+  const double lns = std::log(g.s);
+  const double L = std::log(a.h) - lns;
+  const double sig2 = g.sigma * g.sigma;
+  // mu is held within +-2^900: beyond, only for sigma^2 below 2^-900 |b|,
+  // the Normal arguments of the mirror terms are far beyond +-1e100 and the
+  // price is at its limit, while 2 mu L must stay a number.
+  const double mu = std::fmax(-0x1p900, std::fmin(0x1p900, ((g.r - g.q) - sig2 / 2.0) / sig2));
+  const double lam = std::hypot(mu, std::sqrt(2.0 * g.r) / g.sigma);  // mu^2 may overflow
+  for (int64_t j = 0; j < g.n; ++j) {
+    const expiry_terms e = per_expiry(g.s, g.t[j], g.sigma, g.r, g.q);
+    double *col = p + j * Ly.cj;
+    for (int64_t i = 0; i < g.m; ++i)
+      col[i * Ly.ri] = barrier_price(g.type, a.type, lns, lnx[i], x[i], L, e, mu, lam, a);
+  }
+}
+
+ZEM_API void s30faf_(const char *calput, const char *btype, const int64_t *m, const int64_t *n, const double *x,
+                     const double *s, const double *h, const double *k, const double *t, const double *sigma,
+                     const double *r, const double *q, double *p, const int64_t *ldp, int64_t *ifail,
+                     size_t calput_len, size_t btype_len) {
+  zem::f_entry call("s30faf", s30fa_messages);
+  const int64_t order = zem::s30::col_major;
+  s30faft_(&call.en_data, calput, btype, m, n, x, s, h, k, t, sigma, r, q, p, ldp, &order, call.errbuf,
+           &call.status, calput_len, btype_len);
+  call.finish(ifail);
+}
+
+ZEM_API void s30fac(Zem_OrderType order, Zem_OptionType option, Zem_BarrierType type, int64_t m, int64_t n,
+                    const double x[], double s, double h, double k, const double t[], double sigma, double r,
+                    double q, double p[], int64_t ldp, Zem_Fail *fail) {
+  zem::c_entry call("s30fac", s30fa_messages, fail);
+  const int64_t ord = zem::s30::order_code(order);
+  if (!ord) return call.bad_param("order");
+  const char kc = zem::s30::kind_character(option);
+  if (!kc) return call.bad_param("option");
+  const char *bt = type == Zem_DownandIn    ? "DI"
+                   : type == Zem_DownandOut ? "DO"
+                   : type == Zem_UpandIn    ? "UI"
+                   : type == Zem_UpandOut   ? "UO"
+                                            : nullptr;
+  if (!bt) return call.bad_param("type");
+  if (!x) return call.bad_param("x");
+  if (!t) return call.bad_param("t");
+  if (!p) return call.bad_param("p");
+  s30faft_(&call.en_data, &kc, bt, &m, &n, x, &s, &h, &k, t, &sigma, &r, &q, p, &ldp, &ord, call.errbuf,
+           &call.status, 1, 2);
+  call.finish();
+}
