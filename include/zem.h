@@ -76,6 +76,16 @@ typedef struct Zem_Comm {
 } Zem_Comm;
 #define ZEM_COMM_INIT {0, NULL, NULL, NULL}
 
+/* ---- Complex numbers ----------------------------------------------------
+ * A complex value of the C interface: real and imaginary parts, laid out
+ * (and returned by functions) as C99's double _Complex and Fortran's
+ * complex(real64).
+ */
+typedef struct Zem_Complex {
+  double re;
+  double im;
+} Zem_Complex;
+
 /* ---- Name tables ------------------------------------------------------- */
 typedef struct Zem_NameValue {
   const char *name;

@@ -4,6 +4,8 @@
 // are the same bits either way; the choice is made per call from the
 // processor's feature bits (no state of our own).
 #include "s14/gamma.h"
+#include "s14/psi.h"
+#include "s14/beta.h"
 
 namespace zem::s14 {
 namespace {
@@ -15,6 +17,14 @@ double lgamma1p_plain(double a) { return lgamma1p_t<false>(a); }
 [[gnu::target("avx2,fma")]] dd log_ratio_fast(double a, double x) { return log_ratio_term_t<true>(a, x); }
 dd log_ratio_plain(double a, double x) { return log_ratio_term_t<false>(a, x); }
 double gamma_plain(double x) { return gamma_core_t<false>(x); }
+[[gnu::target("avx2,fma")]] double psi_fast(double x, int k, psi_status &s) { return psi_derivative_t<true>(x, k, s); }
+[[gnu::target("avx2,fma")]] double log_beta_fast(double a, double b) { return log_beta_t<true>(a, b); }
+double log_beta_plain(double a, double b) { return log_beta_t<false>(a, b); }
+[[gnu::target("avx2,fma")]] void ibeta_fast(double a, double b, double x, double &w, double &w1) {
+  incomplete_beta_t<true>(a, b, x, w, w1);
+}
+void ibeta_plain(double a, double b, double x, double &w, double &w1) { incomplete_beta_t<false>(a, b, x, w, w1); }
+double psi_plain(double x, int k, psi_status &s) { return psi_derivative_t<false>(x, k, s); }
 double lgamma_plain(double x) { return lgamma_core_t<false>(x); }
 
 bool has_fma() { return __builtin_cpu_supports("fma") && __builtin_cpu_supports("avx2"); }
@@ -25,6 +35,11 @@ double gamma_core(double x) { return has_fma() ? gamma_fast(x) : gamma_plain(x);
 double lgamma_core(double x) { return has_fma() ? lgamma_fast(x) : lgamma_plain(x); }
 dd log_ratio_term(double a, double x) { return has_fma() ? log_ratio_fast(a, x) : log_ratio_plain(a, x); }
 double lgamma1p(double a) { return has_fma() ? lgamma1p_fast(a) : lgamma1p_plain(a); }
+double log_beta(double a, double b) { return has_fma() ? log_beta_fast(a, b) : log_beta_plain(a, b); }
+void incomplete_beta(double a, double b, double x, double &w, double &w1) {
+  return has_fma() ? ibeta_fast(a, b, x, w, w1) : ibeta_plain(a, b, x, w, w1);
+}
+double psi_derivative(double x, int k, psi_status &s) { return has_fma() ? psi_fast(x, k, s) : psi_plain(x, k, s); }
 
 // For the tests: both variants, whatever the processor.
 double gamma_core_variant(double x, bool fma) { return fma && has_fma() ? gamma_fast(x) : gamma_plain(x); }
