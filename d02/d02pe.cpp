@@ -77,8 +77,10 @@ ZEM_INTERNAL void d02pefn_(engine_data *en_data, zem_routine f, d02pe_f_adaptor 
   const bool interp = iw[iw_method] != rk78;
   rw[rw_target] = interp ? tend : tw;
   const int64_t nn = st.n;
-  auto eval = [&](const rk_request &r) {
-    return d02pef_print_fh_(adaptor, en_data, f, &r.t, n, r.y, r.yp, iuser, ruser);
+  // Captures by value, t by value: nothing of the machine's state escapes
+  // into the user call, so it stays in registers across it.
+  auto eval = [=](double t, const double *y, double *yp) ZEM_RK_INLINE {
+    return d02pef_print_fh_(adaptor, en_data, f, &t, n, y, yp, iuser, ruser);
   };
   // Writes the answer at tg: the last step's end, or its dense output.
   auto answer = [&](double tg, bool at_step) {

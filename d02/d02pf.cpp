@@ -29,8 +29,10 @@ ZEM_INTERNAL void d02pffn_(engine_data *en_data, zem_routine f, d02pf_f_adaptor 
   *ifail = 0;
   rk_state st;
   if (!rk_step_begin(iwsav, rwsav, n, rtn_pf, st, errbuf, ifail)) return;
-  auto eval = [&](const rk_request &r) {
-    return d02pff_print_fh_(adaptor, en_data, f, &r.t, n, r.y, r.yp, iuser, ruser);
+  // Captures by value, t by value: nothing of the machine's state escapes
+  // into the user call, so it stays in registers across it.
+  auto eval = [=](double t, const double *y, double *yp) ZEM_RK_INLINE {
+    return d02pff_print_fh_(adaptor, en_data, f, &t, n, y, yp, iuser, ruser);
   };
   int64_t flag = 0;
   const rk_outcome out = rk_drive(st, rtn_pf, eval, errbuf, ifail, flag);

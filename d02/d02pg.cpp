@@ -61,6 +61,7 @@ ZEM_INTERNAL void d02pgfn_(engine_data *, int64_t *irevcm, const int64_t *n, dou
     case rk_event::step_done:
       rk_step_answer(st, tnow, ynow, ypnow);
       return rk_step_end(st, errbuf, ifail);
+    case rk_event::stopped:  // not returned in reverse communication
     case rk_event::too_small:
       rk_step_answer(st, tnow, ynow, ypnow);
       return rk_kill(st, rtn_pg, errbuf, ifail, 4, 4001, std::fabs(st.rw[rw_hnext]), st.rw[rw_t], req.hmin);

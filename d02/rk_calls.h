@@ -2,9 +2,11 @@
 // loop by which the callback integrators drive the step machine.
 #pragma once
 
+#include <algorithm>
 #include <cmath>
 
 #include "d02/rk_core.h"
+#include "d02/rk_machine.h"
 #include "d02/rk_messages.h"
 
 namespace zem::d02 {
@@ -58,55 +60,74 @@ inline bool rk_mode(const rk_state &st, int64_t mode, int64_t self, char *errbuf
 // Outcome of driving the machine to the end of a step.
 enum class rk_outcome { done, user_stop, failed };
 
-// Drives the machine through one step, evaluating through eval(req), which
-// returns the callback status (non-zero: the user asked to stop).  Failures
+// Drives the machine through one step, evaluating through eval(t, y, yp), which
+// puts f(t, y) into yp and returns the callback status (non-zero: the user asked to stop).  Failures
 // are written (and kill the problem).
 template <typename Eval>
 inline rk_outcome rk_drive(const rk_state &st, int64_t self, Eval &&eval, char *errbuf, int64_t *ifail,
                            int64_t &stop_flag) {
   rk_request req{};
-  for (;;) {
-    const rk_event ev = rk_resume(st, req);
-    switch (ev) {
-      case rk_event::eval:
-      case rk_event::eval_ga:
-        if ((stop_flag = eval(req)) != 0) {
-          st.iw[iw_dead] = self;  // the step cannot be resumed
-          st.iw[iw_phase] = ph_idle;
-          return rk_outcome::user_stop;
-        }
-        continue;
-      case rk_event::step_done:
-        return rk_outcome::done;
-      case rk_event::too_small:
-        rk_kill(st, self, errbuf, ifail, 4, 4001, std::fabs(st.rw[rw_hnext]), st.rw[rw_t], req.hmin);
-        return rk_outcome::failed;
-      case rk_event::ga_start:
-        rk_kill(st, self, errbuf, ifail, 6, 6001);
-        return rk_outcome::failed;
-      case rk_event::ga_later:
-        rk_kill(st, self, errbuf, ifail, 6, 6002, st.rw[rw_tsec]);
-        return rk_outcome::failed;
-    }
+  switch (rk_run<true>(st, req, eval)) {
+    case rk_event::stopped:
+    case rk_event::eval:  // not returned by the callback machine
+    case rk_event::eval_ga:
+      stop_flag = req.status;
+      st.iw[iw_dead] = self;  // the step cannot be resumed
+      st.iw[iw_phase] = ph_idle;
+      return rk_outcome::user_stop;
+    case rk_event::step_done:
+      return rk_outcome::done;
+    case rk_event::too_small:
+      rk_kill(st, self, errbuf, ifail, 4, 4001, std::fabs(st.rw[rw_hnext]), st.rw[rw_t], req.hmin);
+      return rk_outcome::failed;
+    case rk_event::ga_start:
+      rk_kill(st, self, errbuf, ifail, 6, 6001);
+      return rk_outcome::failed;
+    case rk_event::ga_later:
+      rk_kill(st, self, errbuf, ifail, 6, 6002, st.rw[rw_tsec]);
+      return rk_outcome::failed;
   }
+  return rk_outcome::failed;
 }
 
 // The warnings of a completed step, in order of weight: stiffness (3), the
 // evaluation budget (2).  Returns true when one was written.
+//
+// The stiffness warning has a long form that states the evaluations used
+// first: it is given when the budget runs out on a problem that is stiff,
+// that is, at the step that diagnoses stiffness or at any step that still
+// looks limited by stability once stiffness has been diagnosed.  The many
+// evaluations are then the stiffness's doing, and one warning says both;
+// the budget count restarts as after the budget warning.  The cost ratio of
+// a reminder is that of the step that ends it: the rest of the range at the
+// step's size, against the evaluations so far.
 inline bool rk_step_warning(const rk_state &st, char *errbuf, int64_t *ifail) {
-  if (st.iw[iw_stiff_flag]) {
-    st.iw[iw_stiff_flag] = 0;
-    const double r = std::ceil(st.rw[rw_stiff_ratio]);
-    zem::fail(errbuf, ifail, 3, 3001, static_cast<int64_t>(std::min(r, 1e15)));
-    return true;
-  }
-  if (st.iw[iw_budget] >= rk_budget) {
+  const bool budget = st.iw[iw_budget] >= rk_budget;
+  const int64_t state = st.iw[iw_stiff_state];
+  const bool stiff_now = st.iw[iw_stiff_flag] != 0;
+  const bool stiff_still = (state & stiff_seen) && (state & stiff_limited);
+  if (!stiff_now && !(budget && stiff_still)) {
+    if (!budget) return false;
     const int64_t used = st.iw[iw_budget];
     st.iw[iw_budget] = 0;
     zem::fail(errbuf, ifail, 2, 2001, used);
     return true;
   }
-  return false;
+  st.iw[iw_stiff_flag] = 0;
+  if (!stiff_now) {
+    const double rest = std::fabs(st.rw[rw_tend] - st.rw[rw_t]);
+    const double nf = static_cast<double>(std::max<int64_t>(1, st.iw[iw_nfcn]));
+    st.rw[rw_stiff_ratio] = rest / std::fabs(st.rw[rw_hlast]) * st.pr->cost / nf;
+  }
+  const int64_t ratio = static_cast<int64_t>(std::min(std::ceil(st.rw[rw_stiff_ratio]), 1e15));
+  if (budget) {
+    const int64_t used = st.iw[iw_budget];
+    st.iw[iw_budget] = 0;
+    zem::fail(errbuf, ifail, 3, 3002, used, ratio);
+  } else {
+    zem::fail(errbuf, ifail, 3, 3001, ratio);
+  }
+  return true;
 }
 
 }  // namespace zem::d02

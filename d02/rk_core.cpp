@@ -20,7 +20,7 @@
 // Initial step (hstart = 0): a first guess h0 = |y0| / (100 |f0|), then a
 // difference estimate f' of the second derivative at t0 + h0 (one extra
 // evaluation) and h = (tol / max(|f0|, |f'|))^(1/(p+1)), capped by 100 h0
-// and by the length of the range; sizes in the norm of weighted_max.
+// and by the length of the range; sizes in the norm of rk_weighted_max.
 //
 // Stiffness.  After each accepted step the dominant eigenvalue of the
 // Jacobian is estimated from two stages of the step: lambda ~ |k_i - k_j| /
@@ -47,6 +47,8 @@
 // not be the more accurate one).
 #include "d02/rk_core.h"
 
+#include "d02/rk_machine.h"
+
 #include <algorithm>
 #include <array>
 #include <cmath>
@@ -56,229 +58,14 @@
 namespace zem::d02 {
 namespace {
 
-template <size_t N>
-constexpr std::array<double, N> doubles(const rational (&r)[N]) {
-  std::array<double, N> d{};
-  for (size_t i = 0; i < N; ++i) d[i] = r[i].value();
-  return d;
+template <class P>
+constexpr pair_info info() {
+  return {P::s, P::fsal, P::q, P::p, P::radius, P::tangent, P::cost, P::c.data(), P::a.data(),
+          P::b.data(), P::e.data(), P::stiff_i, P::stiff_j};
 }
-template <size_t N>
-constexpr std::array<double, N> differences(const rational (&b)[N], const rational (&bh)[N]) {
-  std::array<double, N> d{};
-  for (size_t i = 0; i < N; ++i) {
-    // b_i - bhat_i as one rational, then one rounding.
-    const __int128 num = static_cast<__int128>(b[i].num) * bh[i].den - static_cast<__int128>(bh[i].num) * b[i].den;
-    const __int128 den = static_cast<__int128>(b[i].den) * bh[i].den;
-    d[i] = static_cast<double>(num) / static_cast<double>(den);
-  }
-  return d;
-}
-
-constexpr auto bs23_cd = doubles(bs23_c);
-constexpr auto bs23_ad = doubles(bs23_a);
-constexpr auto bs23_bd = doubles(bs23_b);
-constexpr auto bs23_ed = differences(bs23_b, bs23_bhat);
-constexpr auto bs45_cd = doubles(bs45_c);
-constexpr auto bs45_ad = doubles(bs45_a);
-constexpr auto bs45_bd = doubles(bs45_b);
-constexpr auto bs45_ed = differences(bs45_b, bs45_bhat);
-constexpr auto pd87_cd = doubles(pd87_c);
-constexpr auto pd87_ad = doubles(pd87_a);
-constexpr auto pd87_bd = doubles(pd87_b);
-constexpr auto pd87_ed = differences(pd87_b, pd87_bhat);
-constexpr auto bs45_dd = doubles(bs45_dense);
-
-// The per-pair constants: safety factor 0.8 for all (in the step formula),
-// stability radius and tangent, cost, exponent.
-const pair_info pairs[3] = {
-    {4, true, 2, 3, 2.3, 8.9, 3, bs23_cd.data(), bs23_ad.data(), bs23_bd.data(), bs23_ed.data(), 3, 2},
-    {8, true, 4, 5, 3.9, 5.2, 7, bs45_cd.data(), bs45_ad.data(), bs45_bd.data(), bs45_ed.data(), 7, 6},
-    {13, false, 7, 8, 5.2, 11.0, 13, pd87_cd.data(), pd87_ad.data(), pd87_bd.data(), pd87_ed.data(), 12, 11},
-};
-
-constexpr double safety = 0.8;
-constexpr double grow_max = 4.0, shrink_min = 0.125, shrink_second = 0.5;
-
-inline const double *arow(const pair_info &pr, int i) { return pr.a + i * (i - 1) / 2; }
-
-// y + h sum_{j<i} a_ij k_j into out.  One pass per component with the sum
-// in a register (the stages lie n apart in rwsav); zero coefficients are
-// skipped, so that a non-finite stage they would multiply stays out.
-void stage_point(const rk_state &st, const double *y0, double h, int i, double *out, bool sec) {
-  const double *a = arow(*st.pr, i);
-  const int64_t n = st.n;
-  const double *k0 = sec ? st.ksec(0) : st.k(0);
-  for (int64_t m = 0; m < n; ++m) {
-    double sum = 0.0;
-    const double *km = k0 + m;
-    for (int j = 0; j < i; ++j)
-      if (a[j] != 0.0) sum += a[j] * km[j * n];
-    out[m] = y0[m] + h * sum;
-  }
-}
-
-// ynew and the weighted error estimate of an attempt of size h from y0.
-double finish_attempt(const rk_state &st, const double *y0, double h, double *ynew, bool sec) {
-  const pair_info &pr = *st.pr;
-  const int64_t n = st.n;
-  const int s = pr.s;
-  if (pr.fsal) {
-    // The last stage was evaluated at y0 + h sum b_j k_j: that point is ynew.
-    const double *src = st.ytmp();
-    for (int64_t m = 0; m < n; ++m) ynew[m] = src[m];
-  } else {
-    for (int64_t m = 0; m < n; ++m) ynew[m] = 0.0;
-    for (int j = 0; j < s; ++j) {
-      if (pr.b[j] == 0.0) continue;
-      const double *kj = sec ? st.ksec(j) : st.k(j);
-      for (int64_t m = 0; m < n; ++m) ynew[m] += pr.b[j] * kj[m];
-    }
-    for (int64_t m = 0; m < n; ++m) ynew[m] = y0[m] + h * ynew[m];
-  }
-  const double *th = st.thresh();
-  const double *k0 = sec ? st.ksec(0) : st.k(0);
-  double err = 0.0;
-  for (int64_t m = 0; m < n; ++m) {
-    double e = 0.0;
-    const double *km = k0 + m;
-    for (int j = 0; j < s; ++j)
-      if (pr.e[j] != 0.0) e += pr.e[j] * km[j * n];
-    const double wt = std::max(th[m], 0.5 * (std::fabs(y0[m]) + std::fabs(ynew[m])));
-    const double r = std::fabs(h * e) / wt;
-    if (!(r <= err)) err = r;  // a NaN sticks
-  }
-  return err;
-}
-
-double weighted_max(const rk_state &st, const double *v, const double *y) {
-  double big = 0.0;
-  for (int64_t m = 0; m < st.n; ++m) big = std::max(big, std::fabs(y[m]));
-  double r = 0.0;
-  for (int64_t m = 0; m < st.n; ++m) {
-    const double w = std::max({st.thresh()[m], std::fabs(y[m]), 0.01 * big});
-    r = std::max(r, std::fabs(v[m]) / w);
-  }
-  return r;
-}
-
-// The size of the next attempt towards the target: never past it, and no
-// sliver left before it.
-double clip(const rk_state &st, double h) {
-  const double t = st.rw[rw_t], target = st.rw[rw_target], dir = st.rw[rw_dir];
-  const double rest = target - t, arest = std::fabs(rest);
-  double ah = std::fabs(h);
-  st.iw[iw_last_cut] = 0;
-  if (1.01 * ah >= arest || arest - ah <= 16.0 * machine_eps * std::max(std::fabs(t), std::fabs(target))) {
-    if (8.0 * arest < ah) st.iw[iw_last_cut] = 1;  // drastically shortened
-    return rest;
-  }
-  if (2.0 * ah > arest) ah = 0.5 * arest;  // share the rest in two
-  return dir * ah;
-}
-
-// Starts an attempt: the request for stage 1 (k(0) is f(t, y) already).
-rk_event start_attempt(const rk_state &st, rk_request &req) {
-  double h = clip(st, st.rw[rw_h]);
-  st.rw[rw_h] = h;
-  st.iw[iw_stage] = 1;
-  st.iw[iw_phase] = ph_stage;
-  stage_point(st, st.y(), h, 1, st.ytmp(), false);
-  req = {st.rw[rw_t] + st.pr->c[1] * h, st.ytmp(), st.k(1), 0.0};
-  return rk_event::eval;
-}
-
-rk_event start_sec_half(const rk_state &st, rk_request &req);
-
-// The step was accepted and f(tnew, ynew) is in yp: bookkeeping, stiffness,
-// then the assessment or done.
-rk_event after_accept(const rk_state &st, rk_request &req) {
-  const pair_info &pr = *st.pr;
-  const int64_t n = st.n;
-  const double h = st.rw[rw_hlast];
-  // Stiffness: the difference of two stages.
-  {
-    const int i = pr.stiff_i, j = pr.stiff_j;
-    const double *ai = arow(pr, i), *aj = arow(pr, j);
-    double dk = 0.0, dy = 0.0;
-    const double *k0 = st.k(0);
-    for (int64_t m = 0; m < n; ++m) {
-      double s = 0.0;
-      const double *km = k0 + m;
-      for (int l = 0; l < i; ++l) s += (ai[l] - (l < j ? aj[l] : 0.0)) * km[l * n];
-      s *= h;
-      const double d = km[i * n] - km[j * n];
-      dk += d * d;
-      dy += s * s;
-    }
-    dk = std::sqrt(dk);
-    dy = std::sqrt(dy);
-    bool limited = false;
-    if (dy * 1e10 >= dk && dy > 0.0) {
-      const double lambda = dk / dy, prev = st.rw[rw_lambda];
-      const bool trusted = prev > 0.0 && lambda >= 0.2 * prev && lambda <= 5.0 * prev;
-      st.rw[rw_lambda] = lambda;
-      limited = trusted && std::fabs(h) * lambda >= 0.9 * pr.radius;
-    } else {
-      st.rw[rw_lambda] = 0.0;
-    }
-    if (limited) {
-      if (++st.iw[iw_stiff] >= rk_stiff_steps) {
-        const double rest = std::fabs(st.rw[rw_tend] - st.rw[rw_t]);
-        const double nf = static_cast<double>(std::max<int64_t>(1, st.iw[iw_nfcn]));
-        st.rw[rw_stiff_ratio] = rest / std::fabs(h) * pr.cost / nf;
-        st.iw[iw_stiff_flag] = 1;
-        st.iw[iw_stiff] = rk_stiff_steps - 100;
-      }
-    } else if (st.iw[iw_stiff] > 0) {
-      st.iw[iw_stiff] = 0;
-    }
-  }
-  double *ym = st.ymax();
-  const double *y = st.y();
-  for (int64_t m = 0; m < n; ++m) ym[m] = std::max(ym[m], std::fabs(y[m]));
-  if (!st.iw[iw_errass]) {
-    st.iw[iw_phase] = ph_idle;
-    return rk_event::step_done;
-  }
-  // The assessment: two half steps from ysec at told.
-  st.rw[rw_tsec] = st.rw[rw_told];
-  st.iw[iw_spare] = 0;  // which half
-  return start_sec_half(st, req);
-}
-
-rk_event start_sec_half(const rk_state &st, rk_request &req) {
-  const double hs = 0.5 * st.rw[rw_hlast];
-  const int64_t n = st.n;
-  for (int64_t m = 0; m < n; ++m) st.ksec(0)[m] = st.ypsec()[m];
-  st.iw[iw_stage] = 1;
-  st.iw[iw_phase] = ph_sec_stage;
-  stage_point(st, st.ysec(), hs, 1, st.ytmp(), true);
-  req = {st.rw[rw_tsec] + st.pr->c[1] * hs, st.ytmp(), st.ksec(1), 0.0};
-  return rk_event::eval_ga;
-}
-
-// A half step of the assessment is complete (and f at its end is in ypsec).
-rk_event sec_half_done(const rk_state &st, rk_request &req) {
-  const int64_t n = st.n;
-  if (st.iw[iw_spare] == 0) {
-    st.iw[iw_spare] = 1;
-    return start_sec_half(st, req);
-  }
-  // Both halves done: ysec is at t; compare.
-  const double *y = st.y(), *ys = st.ysec(), *th = st.thresh();
-  double *rms = st.rms();
-  for (int64_t m = 0; m < n; ++m) {
-    const double e = std::fabs(y[m] - ys[m]) / std::max(std::fabs(y[m]), th[m]);
-    rms[m] += e * e;
-    if (e > st.rw[rw_errmax]) {
-      st.rw[rw_errmax] = e;
-      st.rw[rw_terrmx] = st.rw[rw_t];
-    }
-  }
-  ++st.iw[iw_ga_steps];
-  st.iw[iw_phase] = ph_idle;
-  return rk_event::step_done;
-}
+// The per-pair constants (d02/rk_machine.h holds them as compile-time
+// constants; this is their run-time copy).
+const pair_info pairs[3] = {info<pair_k<rk23>>(), info<pair_k<rk45>>(), info<pair_k<rk78>>()};
 
 }  // namespace
 
@@ -295,6 +82,17 @@ int64_t rk_check_word(const int64_t *iw) {
   return static_cast<int64_t>(h >> 1);
 }
 
+double rk_weighted_max(const rk_state &st, const double *v, const double *y) {
+  double big = 0.0;
+  for (int64_t m = 0; m < st.n; ++m) big = std::max(big, std::fabs(y[m]));
+  double r = 0.0;
+  for (int64_t m = 0; m < st.n; ++m) {
+    const double w = std::max({st.thresh()[m], std::fabs(y[m]), 0.01 * big});
+    r = std::max(r, std::fabs(v[m]) / w);
+  }
+  return r;
+}
+
 bool rk_view(int64_t *iwsav, double *rwsav, rk_state &st) {
   if (!iwsav || !rwsav) return false;
   if (iwsav[iw_magic] != 0x5A454D44303250ll || iwsav[iw_check] != rk_check_word(iwsav)) return false;
@@ -309,170 +107,7 @@ double rk_hmin(const rk_state &st, double t) {
 }
 
 rk_event rk_resume(const rk_state &st, rk_request &req) {
-  const pair_info &pr = *st.pr;
-  const int64_t n = st.n;
-  int64_t *iw = st.iw;
-  double *rw = st.rw;
-  switch (iw[iw_phase]) {
-    case ph_idle:
-      if (!iw[iw_have_yp]) {
-        iw[iw_phase] = ph_yp0;
-        req = {rw[rw_t], st.y(), st.yp(), 0.0};
-        return rk_event::eval;
-      }
-      for (int64_t m = 0; m < n; ++m) st.k(0)[m] = st.yp()[m];
-      iw[iw_rejects] = 0;
-      return start_attempt(st, req);
-
-    case ph_yp0: {
-      ++iw[iw_nfcn];
-      ++iw[iw_budget];
-      iw[iw_have_yp] = 1;
-      if (iw[iw_errass]) {
-        for (int64_t m = 0; m < n; ++m) {
-          st.ysec()[m] = st.y()[m];
-          st.ypsec()[m] = st.yp()[m];
-        }
-      }
-      if (rw[rw_h] != 0.0) {
-        for (int64_t m = 0; m < n; ++m) st.k(0)[m] = st.yp()[m];
-        iw[iw_rejects] = 0;
-        return start_attempt(st, req);
-      }
-      // Initial step: a first guess from |y0| and |f0|, and a trial point.
-      const double d0 = weighted_max(st, st.y(), st.y());
-      const double d1 = weighted_max(st, st.yp(), st.y());
-      const double range = std::fabs(rw[rw_target] - rw[rw_t]);
-      double h0 = (d0 < 1e-5 || d1 < 1e-5) ? 1e-6 * range : 0.01 * d0 / d1;
-      h0 = std::min(h0, range);
-      h0 = std::max(h0, 2.0 * rk_hmin(st, rw[rw_t]));
-      rw[rw_hnext] = h0;
-      for (int64_t m = 0; m < n; ++m) st.ytmp()[m] = st.y()[m] + rw[rw_dir] * h0 * st.yp()[m];
-      iw[iw_phase] = ph_hinit;
-      req = {rw[rw_t] + rw[rw_dir] * h0, st.ytmp(), st.k(1), 0.0};
-      return rk_event::eval;
-    }
-
-    case ph_hinit: {
-      ++iw[iw_nfcn];
-      ++iw[iw_budget];
-      const double h0 = rw[rw_hnext];
-      for (int64_t m = 0; m < n; ++m) st.ytmp()[m] = (st.k(1)[m] - st.yp()[m]) / h0;
-      const double d2 = weighted_max(st, st.ytmp(), st.y());
-      const double d1 = weighted_max(st, st.yp(), st.y());
-      const double dm = std::max(d1, d2);
-      double h1 = dm <= 1e-15 ? std::max(1e-6, h0 * 1e-3) : std::pow(rw[rw_tol] / dm, 1.0 / (pr.p + 1));
-      if (!(h1 > 0.0)) h1 = h0;
-      double h = std::min(100.0 * h0, h1);
-      h = std::min(h, std::fabs(rw[rw_target] - rw[rw_t]));
-      rw[rw_h] = rw[rw_dir] * h;
-      for (int64_t m = 0; m < n; ++m) st.k(0)[m] = st.yp()[m];
-      iw[iw_rejects] = 0;
-      return start_attempt(st, req);
-    }
-
-    case ph_stage: {
-      ++iw[iw_nfcn];
-      ++iw[iw_budget];
-      const double h = rw[rw_h];
-      const int i = static_cast<int>(++iw[iw_stage]);
-      if (i < pr.s) {
-        stage_point(st, st.y(), h, i, st.ytmp(), false);
-        req = {rw[rw_t] + pr.c[i] * h, st.ytmp(), st.k(i), 0.0};
-        return rk_event::eval;
-      }
-      // All stages: the estimate decides.
-      const double err = finish_attempt(st, st.y(), h, st.ynew(), false);
-      const double tol = rw[rw_tol];
-      rw[rw_err] = err;
-      const double expo = 1.0 / (pr.q + 1);
-      if (!(err <= tol)) {
-        ++iw[iw_fails];
-        ++iw[iw_rejects];
-        double r = std::isfinite(err) ? safety * std::pow(tol / err, expo) : shrink_min;
-        r = std::clamp(r, shrink_min, safety);
-        if (iw[iw_rejects] >= 2) r = std::min(r, shrink_second);
-        const double hn = h * r;
-        const double hmin = rk_hmin(st, rw[rw_t]);
-        if (std::fabs(hn) < hmin) {
-          rw[rw_hnext] = hn;
-          req = {rw[rw_t], st.y(), nullptr, hmin};
-          iw[iw_phase] = ph_idle;
-          return rk_event::too_small;
-        }
-        rw[rw_h] = hn;
-        return start_attempt(st, req);
-      }
-      // Accept.
-      // (tol/err)^expo is needed only below the growth limit: 0.8 x^expo < 4
-      // exactly when x < 5^(q+1).
-      double grow_cut = 5.0;
-      for (int k = 0; k < pr.q; ++k) grow_cut *= 5.0;
-      const double x = tol / err;
-      double r = !(x < grow_cut) ? grow_max : safety * std::pow(x, expo);
-      r = std::min(r, iw[iw_rejects] > 0 ? 1.0 : grow_max);
-      const bool cut = iw[iw_last_cut] != 0;
-      iw[iw_hit_target] = std::fabs(rw[rw_target] - rw[rw_t]) == std::fabs(h);
-      rw[rw_told] = rw[rw_t];
-      rw[rw_hlast] = h;
-      const double tnew = iw[iw_hit_target] ? rw[rw_target] : rw[rw_t] + h;
-      rw[rw_t] = tnew;
-      // Do not let a step shortened to reach the target shrink the next one.
-      const double hprop = cut ? std::max(std::fabs(h * r), std::fabs(rw[rw_hnext])) : std::fabs(h * r);
-      rw[rw_hnext] = rw[rw_dir] * hprop;
-      rw[rw_h] = rw[rw_hnext];
-      ++iw[iw_steps];
-      if (cut) ++iw[iw_cuts];
-      for (int64_t m = 0; m < n; ++m) {
-        st.yold()[m] = st.y()[m];
-        st.y()[m] = st.ynew()[m];
-      }
-      if (pr.fsal) {
-        for (int64_t m = 0; m < n; ++m) st.yp()[m] = st.k(pr.s - 1)[m];
-        return after_accept(st, req);
-      }
-      iw[iw_phase] = ph_ynew;
-      req = {tnew, st.y(), st.yp(), 0.0};
-      return rk_event::eval;
-    }
-
-    case ph_ynew:
-      ++iw[iw_nfcn];
-      ++iw[iw_budget];
-      return after_accept(st, req);
-
-    case ph_sec_stage: {
-      ++iw[iw_nfcn_ga];
-      const double hs = 0.5 * rw[rw_hlast];
-      const int i = static_cast<int>(++iw[iw_stage]);
-      if (i < pr.s) {
-        stage_point(st, st.ysec(), hs, i, st.ytmp(), true);
-        req = {rw[rw_tsec] + pr.c[i] * hs, st.ytmp(), st.ksec(i), 0.0};
-        return rk_event::eval_ga;
-      }
-      const double err = finish_attempt(st, st.ysec(), hs, st.ysnew(), true);
-      if (!(err <= rw[rw_tol]) && !(err <= rw[rw_err])) {
-        iw[iw_phase] = ph_idle;
-        rw[rw_tsec] = rw[rw_told];
-        return iw[iw_ga_steps] == 0 ? rk_event::ga_start : rk_event::ga_later;
-      }
-      for (int64_t m = 0; m < n; ++m) st.ysec()[m] = st.ysnew()[m];
-      rw[rw_tsec] = iw[iw_spare] == 0 ? rw[rw_tsec] + hs : rw[rw_t];
-      if (pr.fsal) {
-        for (int64_t m = 0; m < n; ++m) st.ypsec()[m] = st.ksec(pr.s - 1)[m];
-        return sec_half_done(st, req);
-      }
-      iw[iw_phase] = ph_sec_ynew;
-      req = {rw[rw_tsec], st.ysec(), st.ypsec(), 0.0};
-      return rk_event::eval_ga;
-    }
-
-    case ph_sec_ynew:
-      ++iw[iw_nfcn_ga];
-      return sec_half_done(st, req);
-  }
-  iw[iw_phase] = ph_idle;
-  return rk_event::too_small;  // not reached: the phase is one of the above
+  return rk_run<false>(st, req, [](double, const double *, double *) { return int64_t{0}; });
 }
 
 void rk_interp(const rk_state &st, double tw, int64_t m, double *yw, double *ypw) {

@@ -4,11 +4,12 @@
 // Everything a problem needs lives in the caller's arrays iwsav (int64,
 // liwsav elements) and rwsav (double, rk_rwsav_len(n, method, errass)
 // elements); nothing is allocated.  The step is a resumable machine
-// (rk_resume): it returns to its driver whenever it needs a derivative,
-// with the point and the place for the result, and continues from iwsav's
-// phase when called again.  The callback integrators (d02pe, d02pf) drive it
-// through the frame's callback chain; d02pg hands each request to its
-// caller through irevcm.  One machine, so the three integrators take the
+// (d02/rk_machine.h, compiled per pair): in reverse communication
+// (rk_resume, d02pg) it returns to its driver whenever it needs a
+// derivative, with the point and the place for the result, and continues
+// from iwsav's phase when called again; the callback integrators (d02pe,
+// d02pf) run the same machine with the evaluations made inline through the
+// frame's callback chain.  One machine, so the three integrators take the
 // same steps.
 #pragma once
 
@@ -52,9 +53,14 @@ enum iw : int {
   iw_hit_target,  // 1: the last step ended exactly on the target
   iw_spare,       // assessment: which half step (0, 1)
   iw_dest,        // d02pg: where in rwsav the requested derivative goes
+  iw_stiff_state, // stiff_seen | stiff_limited (below)
   iw_count,
 };
 static_assert(iw_count <= liwsav);
+
+// iw_stiff_state's bits: stiffness has been diagnosed in this problem; the
+// last accepted step looked limited by stability.
+enum : int64_t { stiff_seen = 1, stiff_limited = 2 };
 
 // rwsav header, by index.
 enum rw : int {
@@ -130,15 +136,23 @@ enum class rk_event {
   too_small,   // the step size fell below the precision limit (h, t, hmin in rw)
   ga_start,    // assessment unreliable at the first step
   ga_later,    // assessment unreliable later (time in rw_tsec)
+  stopped,     // (callback drivers) the user asked to stop during an evaluation
 };
 struct rk_request {
   double t;
   const double *y;
   double *yp;
-  double hmin;  // with too_small: the limit
+  double hmin;     // with too_small: the limit
+  int64_t status;  // with stopped: the status of the evaluation
 };
-// Continues the current step.
+// Continues the current step, returning at every evaluation (the reverse
+// communication driver; the callback drivers run rk_run<true> of
+// d02/rk_machine.h, the same machine with the evaluations made inline).
 rk_event rk_resume(const rk_state &st, rk_request &req);
+
+// max_i |v_i| / max(thresh_i, |y_i|, 0.01 max_j |y_j|): the norm of the
+// initial step selection.
+double rk_weighted_max(const rk_state &st, const double *v, const double *y);
 
 // Dense output on the last accepted step at tw: y (if yw) and y' (if ypw)
 // for the first m components.

@@ -3,7 +3,8 @@
 // are common to the suite, so a failure reads the same from every routine.
 //
 // Statuses: 1 errors in the arguments or in the call sequence; for the
-// integrators 2 the evaluation budget (warning), 3 stiffness (warning),
+// integrators 2 the evaluation budget (warning), 3 stiffness (warning; 3002
+// its long form, with the evaluations used, rk_step_warning says when),
 // 4 step size too small (error), 5 inefficient use (warning), 6 global
 // error assessment failed (error); -1 the user asked to stop.
 #pragma once
@@ -45,6 +46,23 @@
         "(setup) as it has cost to reach the current time. You should probably call",                  \
         "functions intended for stiff problems. However, you can continue",                            \
         "integrating the problem."}},                                                                  \
+      {3, 3002, NE_STIFF_PROBLEM,                                                                      \
+       {"Approximately %s function evaluations have been used to",                                     \
+        "compute the solution since the integration started or since this count",                      \
+        "was last given.",                                                                             \
+        "Your problem has been diagnosed as stiff. If the situation persists,",                        \
+        "it will cost roughly %s times as much to reach tend",                                         \
+        "(setup) as it has cost to reach the current time. You should probably call",                  \
+        "functions intended for stiff problems. However, you can continue",                            \
+        "integrating the problem."},                                                                    \
+       {"Approximately %s function evaluations have been used",                                        \
+        "to compute the solution since the integration started or since this",                         \
+        "count was last given.",                                                                       \
+        "Your problem has been diagnosed as stiff. If the situation persists,",                        \
+        "it will cost roughly %s times as much to reach tend",                                         \
+        "(setup) as it has cost to reach the current time. You should probably call",                  \
+        "functions intended for stiff problems. However, you can continue",                            \
+        "integrating the problem."}},                                                                   \
       {4, 4001, NE_RK_STEP_TOO_SMALL,                                                                  \
        {"In order to satisfy your error requirements the solver has to",                               \
         "use a step size of %s at the current time,", "%s. This step size is too small for the",      \

@@ -1,7 +1,9 @@
 #!/usr/bin/env python3
 """Work-precision diagrams of the d02 benchmark.
 
-    build/bench/d02/bench_d02 --benchmark_format=json --benchmark_out=d02.json
+    build/bench/d02/bench_d02 --benchmark_repetitions=3 \
+        --benchmark_enable_random_interleaving=true --benchmark_min_time=0.02 \
+        --benchmark_format=json --benchmark_out=d02.json
     python3 tools/d02_work_precision.py d02.json docs
 
 Draws, for every problem, the error at tend against function evaluations and
@@ -29,10 +31,12 @@ def main():
     data = json.load(open(sys.argv[1]))
     outdir = sys.argv[2]
     runs = defaultdict(lambda: defaultdict(list))  # problem -> solver -> rows
+    # With repetitions, the medians only (their names end in "_median").
+    repeated = any(b.get("run_type") == "aggregate" for b in data["benchmarks"])
     for b in data["benchmarks"]:
-        if b.get("run_type") == "aggregate" and b.get("aggregate_name") != "median":
+        if repeated and b.get("aggregate_name") != "median":
             continue
-        prob, solver, tol = b["name"].split("/")[:3]
+        prob, solver, tol = b.get("run_name", b["name"]).split("/")[:3]
         runs[prob][solver].append((float(tol), b["fevals"], b["error"], b["cpu_time"], 1e3 * b["cpu_time"] / b["fevals"]))
     for prob, solvers in runs.items():
         fig, axes = plt.subplots(1, 2, figsize=(11, 4.2))

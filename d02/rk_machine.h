@@ -1,0 +1,554 @@
+// The step machine of the d02p suite, compiled once per pair and per driver.
+//
+// rk_run<M, Direct> is the whole resumable step (rk_core.cpp explains the
+// error control, the step size, the stiffness test and the assessment).
+// Each pair is a compile-time constant (pair_k<M>): the stage loop is
+// unrolled with its coefficients in the code, and the zero coefficients
+// vanish at compile time.  The arithmetic is the same, operation for
+// operation and in the same order, whichever driver runs it.
+//
+//   Direct = false  reverse communication (d02pg): every evaluation returns
+//                   to the driver (rk_event::eval or eval_ga), which puts
+//                   f(req.t, req.y) into req.yp and calls again.
+//   Direct = true   callback integrators (d02pe, d02pf): the machine makes
+//                   each evaluation itself through eval(t, y, yp), inlined into
+//                   the stage loop, and returns only when the step is done
+//                   or has failed; a non-zero eval status (the user asked to
+//                   stop) returns rk_event::stopped with the step left as
+//                   the reverse-communication driver would have left it
+//                   and the status in req.status.
+//
+// In both modes iwsav's phase and stage say where the step stands whenever
+// the machine returns, so a step is resumable by either driver.
+#pragma once
+
+#include <algorithm>
+#include <array>
+#include <cmath>
+#include <cstddef>
+#include <utility>
+
+#include "d02/rk_core.h"
+#include "frame/constants.h"
+
+// The machine's small lambdas (the unrolled loops over stages) are always
+// inlined: out of line, every value they use would be read through their
+// closure on every stage.
+#define ZEM_RK_INLINE __attribute__((always_inline))
+
+namespace zem::d02 {
+
+namespace detail {
+template <size_t N>
+constexpr std::array<double, N> doubles(const rational (&r)[N]) {
+  std::array<double, N> d{};
+  for (size_t i = 0; i < N; ++i) d[i] = r[i].value();
+  return d;
+}
+template <size_t N>
+constexpr std::array<double, N> differences(const rational (&b)[N], const rational (&bh)[N]) {
+  std::array<double, N> d{};
+  for (size_t i = 0; i < N; ++i) {
+    // b_i - bhat_i as one rational, then one rounding.
+    const __int128 num = static_cast<__int128>(b[i].num) * bh[i].den - static_cast<__int128>(bh[i].num) * b[i].den;
+    const __int128 den = static_cast<__int128>(b[i].den) * bh[i].den;
+    d[i] = static_cast<double>(num) / static_cast<double>(den);
+  }
+  return d;
+}
+}  // namespace detail
+
+inline constexpr auto bs23_cd = detail::doubles(bs23_c);
+inline constexpr auto bs23_ad = detail::doubles(bs23_a);
+inline constexpr auto bs23_bd = detail::doubles(bs23_b);
+inline constexpr auto bs23_ed = detail::differences(bs23_b, bs23_bhat);
+inline constexpr auto bs45_cd = detail::doubles(bs45_c);
+inline constexpr auto bs45_ad = detail::doubles(bs45_a);
+inline constexpr auto bs45_bd = detail::doubles(bs45_b);
+inline constexpr auto bs45_ed = detail::differences(bs45_b, bs45_bhat);
+inline constexpr auto pd87_cd = detail::doubles(pd87_c);
+inline constexpr auto pd87_ad = detail::doubles(pd87_a);
+inline constexpr auto pd87_bd = detail::doubles(pd87_b);
+inline constexpr auto pd87_ed = detail::differences(pd87_b, pd87_bhat);
+inline constexpr auto bs45_dd = detail::doubles(bs45_dense);
+
+// The pairs as compile-time constants: stages, first-same-as-last, lower
+// order q (exponent 1/(q+1)), order p, stability radius and tangent, cost in
+// evaluations, the two stages of the stiffness estimate, and c, a (lower
+// triangle row by row), b, e = b - bhat.
+template <int64_t M>
+struct pair_k;
+template <>
+struct pair_k<rk23> {
+  static constexpr int s = 4, q = 2, p = 3, cost = 3, stiff_i = 3, stiff_j = 2;
+  static constexpr bool fsal = true;
+  static constexpr double radius = 2.3, tangent = 8.9;
+  static constexpr const auto &c = bs23_cd, &a = bs23_ad, &b = bs23_bd, &e = bs23_ed;
+};
+template <>
+struct pair_k<rk45> {
+  static constexpr int s = 8, q = 4, p = 5, cost = 7, stiff_i = 7, stiff_j = 6;
+  static constexpr bool fsal = true;
+  static constexpr double radius = 3.9, tangent = 5.2;
+  static constexpr const auto &c = bs45_cd, &a = bs45_ad, &b = bs45_bd, &e = bs45_ed;
+};
+template <>
+struct pair_k<rk78> {
+  static constexpr int s = 13, q = 7, p = 8, cost = 13, stiff_i = 12, stiff_j = 11;
+  static constexpr bool fsal = false;
+  static constexpr double radius = 5.2, tangent = 11.0;
+  static constexpr const auto &c = pd87_cd, &a = pd87_ad, &b = pd87_bd, &e = pd87_ed;
+};
+
+namespace detail {
+
+inline constexpr double safety = 0.8;
+inline constexpr double grow_max = 4.0, shrink_min = 0.125, shrink_second = 0.5;
+
+// Phases the machine passes through without returning (never stored).
+enum : int64_t { ph_attempt = 100, ph_stages, ph_accepted, ph_sec_half, ph_sec_stages, ph_sec_done };
+
+// The machine's loops over the n components are compiled for n = 1 .. 4
+// as well as for any n: for the small systems, where the step's own work
+// is a few dozen flops, the stages' addresses become constant offsets and
+// the loops disappear.  (Same operations in the same order for every n.)
+#define ZEM_RK_BY_N(call)                 \
+  switch (n) {                            \
+    case 1: return call(1);               \
+    case 2: return call(2);               \
+    case 3: return call(3);               \
+    case 4: return call(4);               \
+    default: return call(0);              \
+  }
+
+// out = y0 + h sum_{j<I} a_Ij k_j, one pass per component with the sum in a
+// register (the stages lie n apart); zero coefficients are left out, so
+// that a non-finite stage they would multiply stays out.
+template <class P, int I, int N>
+[[gnu::always_inline]] inline void stage_point_n(const double *__restrict y0, const double *__restrict k0,
+                                                 int64_t n_, double h, double *__restrict out) {
+  constexpr int off = I * (I - 1) / 2;
+  const int64_t n = N ? N : n_;
+  for (int64_t m = 0; m < n; ++m) {
+    const double *km = k0 + m;
+    double sum = 0.0;
+    [&]<int... J>(std::integer_sequence<int, J...>) ZEM_RK_INLINE {
+      ((P::a[off + J] != 0.0 ? void(sum += P::a[off + J] * km[J * n]) : void()), ...);
+    }(std::make_integer_sequence<int, I>{});
+    out[m] = y0[m] + h * sum;
+  }
+}
+template <class P, int I>
+[[gnu::always_inline]] inline void stage_point(const double *y0, const double *k0, int64_t n, double h,
+                                               double *out) {
+#define ZEM_RK_CALL(N) stage_point_n<P, I, N>(y0, k0, n, h, out)
+  ZEM_RK_BY_N(ZEM_RK_CALL)
+#undef ZEM_RK_CALL
+}
+
+// ynew and the weighted error estimate of an attempt of size h from y0
+// (k0: its stages; ylast: the point of the last stage, ynew itself for a
+// first-same-as-last pair).
+template <class P, int N>
+[[gnu::always_inline]] inline double finish_attempt_n(const double *__restrict y0, const double *__restrict k0,
+                                                      const double *__restrict ylast, const double *__restrict th,
+                                                      int64_t n_, double h, double *__restrict ynew) {
+  const int64_t n = N ? N : n_;
+  double err = 0.0;
+  for (int64_t m = 0; m < n; ++m) {
+    const double *km = k0 + m;
+    double yn;
+    if constexpr (P::fsal) {
+      yn = ylast[m];
+    } else {
+      double sum = 0.0;
+      [&]<int... J>(std::integer_sequence<int, J...>) ZEM_RK_INLINE {
+        ((P::b[J] != 0.0 ? void(sum += P::b[J] * km[J * n]) : void()), ...);
+      }(std::make_integer_sequence<int, P::s>{});
+      yn = y0[m] + h * sum;
+    }
+    ynew[m] = yn;
+    double e = 0.0;
+    [&]<int... J>(std::integer_sequence<int, J...>) ZEM_RK_INLINE {
+      ((P::e[J] != 0.0 ? void(e += P::e[J] * km[J * n]) : void()), ...);
+    }(std::make_integer_sequence<int, P::s>{});
+    const double wt = std::max(th[m], 0.5 * (std::fabs(y0[m]) + std::fabs(yn)));
+    const double r = std::fabs(h * e) / wt;
+    if (!(r <= err)) err = r;  // a NaN sticks
+  }
+  return err;
+}
+template <class P>
+[[gnu::always_inline]] inline double finish_attempt(const double *y0, const double *k0, const double *ylast,
+                                                    const double *th, int64_t n, double h, double *ynew) {
+#define ZEM_RK_CALL(N) finish_attempt_n<P, N>(y0, k0, ylast, th, n, h, ynew)
+  ZEM_RK_BY_N(ZEM_RK_CALL)
+#undef ZEM_RK_CALL
+}
+
+// The stiffness estimate's two sums for one step of size h: |k_i - k_j|^2
+// and |Y_i - Y_j|^2 with Y_i - Y_j = h sum_l (a_il - a_jl) k_l.
+template <class P, int N>
+[[gnu::always_inline]] inline void stiff_sums_n(const double *k0, int64_t n_, double h, double &dk, double &dy) {
+  const int64_t n = N ? N : n_;
+  constexpr int i = P::stiff_i, j = P::stiff_j;
+  constexpr int oi = i * (i - 1) / 2, oj = j * (j - 1) / 2;
+  for (int64_t m = 0; m < n; ++m) {
+    const double *km = k0 + m;
+    double s = 0.0;
+    [&]<int... L>(std::integer_sequence<int, L...>) ZEM_RK_INLINE {
+      ((s += (P::a[oi + L] - (L < j ? P::a[oj + (L < j ? L : 0)] : 0.0)) * km[L * n]), ...);
+    }(std::make_integer_sequence<int, i>{});
+    s *= h;
+    const double d = km[i * n] - km[j * n];
+    dk += d * d;
+    dy += s * s;
+  }
+}
+template <class P>
+[[gnu::always_inline]] inline void stiff_sums(const double *k0, int64_t n, double h, double &dk, double &dy) {
+#define ZEM_RK_CALL(N) stiff_sums_n<P, N>(k0, n, h, dk, dy)
+  ZEM_RK_BY_N(ZEM_RK_CALL)
+#undef ZEM_RK_CALL
+}
+
+// The size of the next attempt towards the target: never past it, and no
+// sliver left before it.
+inline double clip(const rk_state &st, double h) {
+  const double t = st.rw[rw_t], target = st.rw[rw_target], dir = st.rw[rw_dir];
+  const double rest = target - t, arest = std::fabs(rest);
+  double ah = std::fabs(h);
+  st.iw[iw_last_cut] = 0;
+  if (1.01 * ah >= arest || arest - ah <= 16.0 * machine_eps * std::max(std::fabs(t), std::fabs(target))) {
+    if (8.0 * arest < ah) st.iw[iw_last_cut] = 1;  // drastically shortened
+    return rest;
+  }
+  if (2.0 * ah > arest) ah = 0.5 * arest;  // share the rest in two
+  return dir * ah;
+}
+
+// Stages from..s-1 of an attempt of size h from y0 at t0, into k0 + I n.
+// True when all are in; false when the machine must return: a request is
+// handed to the driver (reverse communication) or the user asked to stop.
+template <class P, bool Direct, bool Sec, class Eval>
+[[gnu::always_inline]] inline bool run_stages(const rk_state &st, int from, const double *y0, double *k0, double h,
+                                              double t0, rk_request &req, Eval &eval) {
+  const int64_t n = st.n;
+  int64_t *iw = st.iw;
+  double *ytmp = st.ytmp();
+  auto one = [&]<int I>(std::integral_constant<int, I>) ZEM_RK_INLINE -> bool {
+    if (I < from) return true;
+    stage_point<P, I>(y0, k0, n, h, ytmp);
+    const double t = t0 + P::c[I] * h;
+    if constexpr (Direct) {
+      if ((req.status = eval(t, ytmp, k0 + I * n)) == 0) {
+        if constexpr (Sec) {
+          ++iw[iw_nfcn_ga];
+        } else {
+          ++iw[iw_nfcn];
+          ++iw[iw_budget];
+        }
+        return true;
+      }
+    }
+    req = {t, ytmp, k0 + I * n, 0.0, 0};
+    iw[iw_stage] = I;
+    iw[iw_phase] = Sec ? ph_sec_stage : ph_stage;
+    return false;
+  };
+  const bool all = [&]<int... I>(std::integer_sequence<int, I...>) ZEM_RK_INLINE {
+    return (one(std::integral_constant<int, I + 1>{}) && ...);
+  }(std::make_integer_sequence<int, P::s - 1>{});
+  if (all) iw[iw_stage] = P::s;
+  return all;
+}
+
+}  // namespace detail
+
+// The step machine (see the head of this file).
+template <int64_t M, bool Direct, class Eval>
+rk_event rk_run(const rk_state &st, rk_request &req, Eval &&eval) {
+  using P = pair_k<M>;
+  using namespace detail;
+  const int64_t n = st.n;
+  int64_t *iw = st.iw;
+  double *rw = st.rw;
+  constexpr double expo = 1.0 / (P::q + 1);
+  constexpr rk_event wait = Direct ? rk_event::stopped : rk_event::eval;
+  constexpr rk_event wait_ga = Direct ? rk_event::stopped : rk_event::eval_ga;
+  (void)eval;
+  // An evaluation the machine waits for in the given phase: true when it has
+  // been made here and the machine goes on.
+  auto ask = [&](int64_t waiting, double t, const double *y, double *yp) -> bool {
+    if constexpr (Direct) {
+      if ((req.status = eval(t, y, yp)) == 0) return true;
+    }
+    req = {t, y, yp, 0.0, 0};
+    iw[iw_phase] = waiting;
+    return false;
+  };
+  auto finished = [&](rk_event ev) {
+    iw[iw_phase] = ph_idle;
+    return ev;
+  };
+  int from = 1;
+  int64_t phase = iw[iw_phase];
+  for (;;) {
+    switch (phase) {
+      case ph_idle:
+        if (!iw[iw_have_yp]) {
+          if (!ask(ph_yp0, rw[rw_t], st.y(), st.yp())) return wait;
+          phase = ph_yp0;
+          continue;
+        }
+        std::copy(st.yp(), st.yp() + n, st.k(0));
+        iw[iw_rejects] = 0;
+        phase = ph_attempt;
+        continue;
+
+      case ph_yp0: {
+        ++iw[iw_nfcn];
+        ++iw[iw_budget];
+        iw[iw_have_yp] = 1;
+        if (iw[iw_errass]) {
+          std::copy(st.y(), st.y() + n, st.ysec());
+          std::copy(st.yp(), st.yp() + n, st.ypsec());
+        }
+        if (rw[rw_h] != 0.0) {
+          std::copy(st.yp(), st.yp() + n, st.k(0));
+          iw[iw_rejects] = 0;
+          phase = ph_attempt;
+          continue;
+        }
+        // Initial step: a first guess from |y0| and |f0|, and a trial point.
+        const double d0 = rk_weighted_max(st, st.y(), st.y());
+        const double d1 = rk_weighted_max(st, st.yp(), st.y());
+        const double range = std::fabs(rw[rw_target] - rw[rw_t]);
+        double h0 = (d0 < 1e-5 || d1 < 1e-5) ? 1e-6 * range : 0.01 * d0 / d1;
+        h0 = std::min(h0, range);
+        h0 = std::max(h0, 2.0 * rk_hmin(st, rw[rw_t]));
+        rw[rw_hnext] = h0;
+        for (int64_t m = 0; m < n; ++m) st.ytmp()[m] = st.y()[m] + rw[rw_dir] * h0 * st.yp()[m];
+        if (!ask(ph_hinit, rw[rw_t] + rw[rw_dir] * h0, st.ytmp(), st.k(1))) return wait;
+        phase = ph_hinit;
+        continue;
+      }
+
+      case ph_hinit: {
+        ++iw[iw_nfcn];
+        ++iw[iw_budget];
+        const double h0 = rw[rw_hnext];
+        for (int64_t m = 0; m < n; ++m) st.ytmp()[m] = (st.k(1)[m] - st.yp()[m]) / h0;
+        const double d2 = rk_weighted_max(st, st.ytmp(), st.y());
+        const double d1 = rk_weighted_max(st, st.yp(), st.y());
+        const double dm = std::max(d1, d2);
+        double h1 = dm <= 1e-15 ? std::max(1e-6, h0 * 1e-3) : std::pow(rw[rw_tol] / dm, 1.0 / (P::p + 1));
+        if (!(h1 > 0.0)) h1 = h0;
+        double h = std::min(100.0 * h0, h1);
+        h = std::min(h, std::fabs(rw[rw_target] - rw[rw_t]));
+        rw[rw_h] = rw[rw_dir] * h;
+        std::copy(st.yp(), st.yp() + n, st.k(0));
+        iw[iw_rejects] = 0;
+        phase = ph_attempt;
+        continue;
+      }
+
+      case ph_attempt:
+        rw[rw_h] = clip(st, rw[rw_h]);
+        from = 1;
+        phase = ph_stages;
+        continue;
+
+      case ph_stage:
+        ++iw[iw_nfcn];
+        ++iw[iw_budget];
+        from = static_cast<int>(iw[iw_stage]) + 1;
+        phase = ph_stages;
+        continue;
+
+      case ph_stages: {
+        const double h = rw[rw_h];
+        if (!run_stages<P, Direct, false>(st, from, st.y(), st.k(0), h, rw[rw_t], req, eval)) return wait;
+        // All stages: the estimate decides.
+        const double err = finish_attempt<P>(st.y(), st.k(0), st.ytmp(), st.thresh(), n, h, st.ynew());
+        const double tol = rw[rw_tol];
+        rw[rw_err] = err;
+        if (!(err <= tol)) {
+          ++iw[iw_fails];
+          ++iw[iw_rejects];
+          double r = std::isfinite(err) ? safety * std::pow(tol / err, expo) : shrink_min;
+          r = std::clamp(r, shrink_min, safety);
+          if (iw[iw_rejects] >= 2) r = std::min(r, shrink_second);
+          const double hn = h * r;
+          const double hmin = rk_hmin(st, rw[rw_t]);
+          if (std::fabs(hn) < hmin) {
+            rw[rw_hnext] = hn;
+            req = {rw[rw_t], st.y(), nullptr, hmin, 0};
+            return finished(rk_event::too_small);
+          }
+          rw[rw_h] = hn;
+          phase = ph_attempt;
+          continue;
+        }
+        // Accept.  (tol/err)^expo is needed only below the growth limit:
+        // 0.8 x^expo < 4 exactly when x < 5^(q+1).
+        constexpr double grow_cut = [] {
+          double g = 5.0;
+          for (int k = 0; k < P::q; ++k) g *= 5.0;
+          return g;
+        }();
+        const double x = tol / err;
+        double r = !(x < grow_cut) ? grow_max : safety * std::pow(x, expo);
+        r = std::min(r, iw[iw_rejects] > 0 ? 1.0 : grow_max);
+        const bool cut = iw[iw_last_cut] != 0;
+        iw[iw_hit_target] = std::fabs(rw[rw_target] - rw[rw_t]) == std::fabs(h);
+        rw[rw_told] = rw[rw_t];
+        rw[rw_hlast] = h;
+        const double tnew = iw[iw_hit_target] ? rw[rw_target] : rw[rw_t] + h;
+        rw[rw_t] = tnew;
+        // Do not let a step shortened to reach the target shrink the next one.
+        const double hprop = cut ? std::max(std::fabs(h * r), std::fabs(rw[rw_hnext])) : std::fabs(h * r);
+        rw[rw_hnext] = rw[rw_dir] * hprop;
+        rw[rw_h] = rw[rw_hnext];
+        ++iw[iw_steps];
+        if (cut) ++iw[iw_cuts];
+        double *y = st.y(), *yold = st.yold();
+        const double *ynew = st.ynew();
+        for (int64_t m = 0; m < n; ++m) {
+          yold[m] = y[m];
+          y[m] = ynew[m];
+        }
+        if constexpr (P::fsal) {
+          std::copy(st.k(P::s - 1), st.k(P::s - 1) + n, st.yp());
+          phase = ph_accepted;
+          continue;
+        } else {
+          if (!ask(ph_ynew, tnew, st.y(), st.yp())) return wait;
+          phase = ph_ynew;
+          continue;
+        }
+      }
+
+      case ph_ynew:
+        ++iw[iw_nfcn];
+        ++iw[iw_budget];
+        phase = ph_accepted;
+        continue;
+
+      case ph_accepted: {
+        // Stiffness: the difference of two stages.
+        const double h = rw[rw_hlast];
+        double dk = 0.0, dy = 0.0;
+        stiff_sums<P>(st.k(0), n, h, dk, dy);
+        dk = std::sqrt(dk);
+        dy = std::sqrt(dy);
+        bool limited = false;
+        if (dy * 1e10 >= dk && dy > 0.0) {
+          const double lambda = dk / dy, prev = rw[rw_lambda];
+          const bool trusted = prev > 0.0 && lambda >= 0.2 * prev && lambda <= 5.0 * prev;
+          rw[rw_lambda] = lambda;
+          limited = trusted && std::fabs(h) * lambda >= 0.9 * P::radius;
+        } else {
+          rw[rw_lambda] = 0.0;
+        }
+        iw[iw_stiff_state] = (iw[iw_stiff_state] & stiff_seen) | (limited ? int64_t{stiff_limited} : int64_t{0});
+        if (limited) {
+          if (++iw[iw_stiff] >= rk_stiff_steps) {
+            const double rest = std::fabs(rw[rw_tend] - rw[rw_t]);
+            const double nf = static_cast<double>(std::max<int64_t>(1, iw[iw_nfcn]));
+            rw[rw_stiff_ratio] = rest / std::fabs(h) * P::cost / nf;
+            iw[iw_stiff_flag] = 1;
+            iw[iw_stiff_state] |= stiff_seen;
+            iw[iw_stiff] = rk_stiff_steps - 100;
+          }
+        } else if (iw[iw_stiff] > 0) {
+          iw[iw_stiff] = 0;
+        }
+        double *ym = st.ymax();
+        const double *y = st.y();
+        for (int64_t m = 0; m < n; ++m) ym[m] = std::max(ym[m], std::fabs(y[m]));
+        if (!iw[iw_errass]) return finished(rk_event::step_done);
+        // The assessment: two half steps from ysec at told.
+        rw[rw_tsec] = rw[rw_told];
+        iw[iw_spare] = 0;  // which half
+        phase = ph_sec_half;
+        continue;
+      }
+
+      case ph_sec_half:
+        std::copy(st.ypsec(), st.ypsec() + n, st.ksec(0));
+        from = 1;
+        phase = ph_sec_stages;
+        continue;
+
+      case ph_sec_stage:
+        ++iw[iw_nfcn_ga];
+        from = static_cast<int>(iw[iw_stage]) + 1;
+        phase = ph_sec_stages;
+        continue;
+
+      case ph_sec_stages: {
+        const double hs = 0.5 * rw[rw_hlast];
+        if (!run_stages<P, Direct, true>(st, from, st.ysec(), st.ksec(0), hs, rw[rw_tsec], req, eval))
+          return wait_ga;
+        const double err = finish_attempt<P>(st.ysec(), st.ksec(0), st.ytmp(), st.thresh(), n, hs, st.ysnew());
+        if (!(err <= rw[rw_tol]) && !(err <= rw[rw_err])) {
+          rw[rw_tsec] = rw[rw_told];
+          return finished(iw[iw_ga_steps] == 0 ? rk_event::ga_start : rk_event::ga_later);
+        }
+        std::copy(st.ysnew(), st.ysnew() + n, st.ysec());
+        rw[rw_tsec] = iw[iw_spare] == 0 ? rw[rw_tsec] + hs : rw[rw_t];
+        if constexpr (P::fsal) {
+          std::copy(st.ksec(P::s - 1), st.ksec(P::s - 1) + n, st.ypsec());
+          phase = ph_sec_done;
+          continue;
+        } else {
+          if (!ask(ph_sec_ynew, rw[rw_tsec], st.ysec(), st.ypsec())) return wait_ga;
+          phase = ph_sec_ynew;
+          continue;
+        }
+      }
+
+      case ph_sec_ynew:
+        ++iw[iw_nfcn_ga];
+        phase = ph_sec_done;
+        continue;
+
+      case ph_sec_done: {
+        if (iw[iw_spare] == 0) {
+          iw[iw_spare] = 1;
+          phase = ph_sec_half;
+          continue;
+        }
+        // Both halves done: ysec is at t; compare.
+        const double *y = st.y(), *ys = st.ysec(), *th = st.thresh();
+        double *rms = st.rms();
+        for (int64_t m = 0; m < n; ++m) {
+          const double e = std::fabs(y[m] - ys[m]) / std::max(std::fabs(y[m]), th[m]);
+          rms[m] += e * e;
+          if (e > rw[rw_errmax]) {
+            rw[rw_errmax] = e;
+            rw[rw_terrmx] = rw[rw_t];
+          }
+        }
+        ++iw[iw_ga_steps];
+        return finished(rk_event::step_done);
+      }
+
+      default:
+        return finished(rk_event::too_small);  // not reached: the phase is one of the above
+    }
+  }
+}
+
+// rk_run for the pair of the arrays.
+template <bool Direct, class Eval>
+inline rk_event rk_run(const rk_state &st, rk_request &req, Eval &&eval) {
+  switch (st.iw[iw_method]) {
+    case rk23: return rk_run<rk23, Direct>(st, req, eval);
+    case rk45: return rk_run<rk45, Direct>(st, req, eval);
+    default: return rk_run<rk78, Direct>(st, req, eval);
+  }
+}
+
+}  // namespace zem::d02
