@@ -10,6 +10,10 @@
 // upper triangle is kept) for 0.5 x'Hx, CSECTION (one cone per section:
 // "CSECTION name value QUAD|RQUAD" and its member columns), OBJNAME (the
 // objective among the free rows; otherwise the first free row), ENDATA.
+// Two conventions of the fixed format are kept as well: a field that
+// begins with '$' starts a comment to the end of the line, and a COLUMNS
+// line whose name field (columns 5 to 12) is blank, with its first field
+// at column 15 or later, continues the column of the line before.
 // Other free rows are dropped with their entries.
 //
 // Semantics: columns default to bounds [0, inf); UP with a negative value
@@ -67,6 +71,7 @@ fields split(std::string_view line) {
   while (i < line.size()) {
     while (i < line.size() && (line[i] == ' ' || line[i] == '\t' || line[i] == '\r')) ++i;
     if (i >= line.size()) break;
+    if (line[i] == '$') break;  // a comment to the end of the line
     size_t j = i;
     while (j < line.size() && line[j] != ' ' && line[j] != '\t' && line[j] != '\r') ++j;
     if (r.n < 8) r.f[r.n++] = line.substr(i, j - i);
@@ -222,8 +227,11 @@ read_error read_mps(std::string_view text, problem &out) {
           else return err(1117, {line_str(), "COLUMNS", fl.f[2]});
           break;
         }
-        if (fl.n < 3 || fl.n == 4) return err(1102, {line_str(), "COLUMNS"});
-        const std::string_view name = fl.f[0];
+        // A blank name field continues the column of the line before.
+        const bool continued = fl.n % 2 == 0 && current_col >= 0 && line.find_first_not_of(" \t") >= 14;
+        if (!continued && (fl.n < 3 || fl.n == 4)) return err(1102, {line_str(), "COLUMNS"});
+        const std::string_view name = continued ? col_names[current_col] : fl.f[0];
+        const int first = continued ? 0 : 1;
         auto it = col_of.find(name);
         if (it == col_of.end()) {
           current_col = static_cast<int64_t>(col_names.size());
@@ -237,7 +245,7 @@ read_error read_mps(std::string_view text, problem &out) {
           return err(1104, {line_str(), "COLUMNS", name});
         }
         if (last_col_in_row.size() < rows.size()) last_col_in_row.resize(rows.size(), -1);
-        for (int k = 1; k + 1 < fl.n; k += 2) {
+        for (int k = first; k + 1 < fl.n; k += 2) {
           auto r = row_of.find(fl.f[k]);
           if (r == row_of.end()) return err(1105, {line_str(), "COLUMNS", fl.f[k]});
           double v;

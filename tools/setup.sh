@@ -4,6 +4,10 @@
 zem_packages="cmake make g++ gfortran pkg-config libgtest-dev libgmock-dev $*"
 # d02: the order-condition test computes in exact rationals with GMP.
 zem_packages="$zem_packages libgmp-dev"
+# e04st: the interior-point solver it is built on (linked into libzem.so),
+# and the MPS examples of glpk-utils that its tests read (glpsol itself is
+# run only by tools/glpk_mps_reference.sh, never by the tests).
+zem_packages="$zem_packages coinor-libipopt-dev glpk-utils"
 missing=""
 for p in $zem_packages; do
   dpkg-query -W -f='${Status}' "$p" 2>/dev/null | grep -q "install ok installed" || missing="$missing $p"
