@@ -45,6 +45,10 @@ inline constexpr store_command real_commands[] = {
     {"HESSIAN MATRIX", "HESSIAN MATRIX", true, false, size_rule::stored},
     {"SLACK VARIABLES", "[SLACK]", true, true, size_rule::nlc},
     {"MCS LIST", "MCS LIST", true, true, size_rule::mcs_list},
+    // Written by the nonlinear programming solver e04st.
+    {"CONSTRAINT VALUES", "CONSTRAINT VALUES", true, false, size_rule::stored},
+    {"OBJECTIVE VALUE", "OBJECTIVE VALUE", true, false, size_rule::stored},
+    {"SOLVER STATISTICS", "SOLVER STATISTICS", true, false, size_rule::stored},
 };
 
 }  // namespace zem::e04

@@ -212,3 +212,52 @@ void e04znf_(void *const *handle, const char *optstr, int64_t *ivalue, double *r
 void e04zpc(void *handle, const char *fname, Zem_Fail *fail);
 void e04zpf_(void *const *handle, const char *fname, int64_t *ifail, size_t fname_len);
 #define zem_opt_handle_opt_set_file e04zpc
+
+/* ---- Solvers ---- */
+
+/* e04st: solves the model in the handle (linear, quadratic or nonlinear
+ * objective; simple bounds; linear, quadratic and nonlinear constraints)
+ * by a primal-dual interior-point method for nonlinear programming.  The
+ * nonlinear pieces are evaluated by the user functions below, with the
+ * sparsity the handle declares (e04rg, e04rk, e04rl); the linear and
+ * quadratic pieces by the library.  A function the model does not need may
+ * be NULL; hess NULL selects the limited-memory Hessian.  A user function
+ * stops the solve by setting *inform < 0 (or by changing comm->flag);
+ * objfun, objgrd, confun, congrd and hess set *inform > 0 when x cannot be
+ * evaluated, and the solver shortens its step.  x: the start on entry, the
+ * solution on exit.  u (nnzu = 0, or nvar + the number of linear rows,
+ * quadratic and nonlinear constraints): the multipliers.  rinfo[100] and
+ * stats[100]: share/doc/zem/e04st.md. */
+typedef void (*Zem_E04ST_Objfun)(int64_t nvar, const double x[], double *fx, int64_t *inform, Zem_Comm *comm);
+typedef void (*Zem_E04ST_Objgrd)(int64_t nvar, const double x[], int64_t nnzfd, double fdx[], int64_t *inform,
+                                 Zem_Comm *comm);
+typedef void (*Zem_E04ST_Confun)(int64_t nvar, const double x[], int64_t ncnln, double gx[], int64_t *inform,
+                                 Zem_Comm *comm);
+typedef void (*Zem_E04ST_Congrd)(int64_t nvar, const double x[], int64_t nnzgd, double gdx[], int64_t *inform,
+                                 Zem_Comm *comm);
+typedef void (*Zem_E04ST_Hess)(int64_t nvar, const double x[], int64_t ncnln, int64_t idf, double sigma,
+                               const double lambda[], int64_t nnzh, double hx[], int64_t *inform, Zem_Comm *comm);
+typedef void (*Zem_E04ST_Monit)(int64_t nvar, const double x[], int64_t *inform, const double rinfo[],
+                                const double stats[], Zem_Comm *comm);
+/* The Fortran interface's user routines (all arguments by reference). */
+typedef void (*Zem_E04ST_ObjfunF)(const int64_t *nvar, const double x[], double *fx, int64_t *inform,
+                                  int64_t iuser[], double ruser[]);
+typedef void (*Zem_E04ST_ObjgrdF)(const int64_t *nvar, const double x[], const int64_t *nnzfd, double fdx[],
+                                  int64_t *inform, int64_t iuser[], double ruser[]);
+typedef void (*Zem_E04ST_ConfunF)(const int64_t *nvar, const double x[], const int64_t *ncnln, double gx[],
+                                  int64_t *inform, int64_t iuser[], double ruser[]);
+typedef void (*Zem_E04ST_CongrdF)(const int64_t *nvar, const double x[], const int64_t *nnzgd, double gdx[],
+                                  int64_t *inform, int64_t iuser[], double ruser[]);
+typedef void (*Zem_E04ST_HessF)(const int64_t *nvar, const double x[], const int64_t *ncnln, const int64_t *idf,
+                                const double *sigma, const double lambda[], const int64_t *nnzh, double hx[],
+                                int64_t *inform, int64_t iuser[], double ruser[]);
+typedef void (*Zem_E04ST_MonitF)(const int64_t *nvar, const double x[], int64_t *inform, const double rinfo[],
+                                 const double stats[], int64_t iuser[], double ruser[]);
+void e04stc(void *handle, Zem_E04ST_Objfun objfun, Zem_E04ST_Objgrd objgrd, Zem_E04ST_Confun confun,
+            Zem_E04ST_Congrd congrd, Zem_E04ST_Hess hess, Zem_E04ST_Monit monit, int64_t nvar, double x[],
+            int64_t nnzu, double u[], double rinfo[], double stats[], Zem_Comm *comm, Zem_Fail *fail);
+void e04stf_(void *const *handle, Zem_E04ST_ObjfunF objfun, Zem_E04ST_ObjgrdF objgrd, Zem_E04ST_ConfunF confun,
+             Zem_E04ST_CongrdF congrd, Zem_E04ST_HessF hess, Zem_E04ST_MonitF monit, const int64_t *nvar,
+             double x[], const int64_t *nnzu, double u[], double rinfo[], double stats[], int64_t iuser[],
+             double ruser[], int64_t *ifail);
+#define zem_opt_handle_solve_ipopt e04stc

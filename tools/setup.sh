@@ -7,6 +7,10 @@ zem_packages="$zem_packages libgmp-dev"
 # e04: the real-file test reads the MPS examples of glpk-utils and the SDPA
 # example of libsdpa-dev (and is skipped without them).
 zem_packages="$zem_packages glpk-utils libsdpa-dev"
+# e04st: the interior-point solver it is built on (linked into libzem.so),
+# and the MPS examples of glpk-utils that its tests read (glpsol itself is
+# run only by tools/glpk_mps_reference.sh, never by the tests).
+zem_packages="$zem_packages coinor-libipopt-dev glpk-utils"
 missing=""
 for p in $zem_packages; do
   dpkg-query -W -f='${Status}' "$p" 2>/dev/null | grep -q "install ok installed" || missing="$missing $p"

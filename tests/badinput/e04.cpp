@@ -155,3 +155,35 @@ ZEM_BADINPUT(e04sa) {
     s.failed(f, NE_STR_UNKNOWN);
   });
 }
+
+// e04st: the handle checks, then hostile nvar and nnzu on a valid handle
+// with a linear model (no user function is needed).
+ZEM_BADINPUT(e04st) {
+  over_bad_handles(s, [&](void *h) {
+    Zem_Fail f = quiet();
+    double x[3] = {0, 0, 0}, ri[100], st[100];
+    e04stc(h, nullptr, nullptr, nullptr, nullptr, nullptr, nullptr, 3, x, 0, nullptr, ri, st, nullptr, &f);
+    return code_of(f);
+  });
+  for (int64_t n : hostile_sizes)
+    s.call("nvar", n, [&] {
+      with_handle(2, [&](void *h) {
+        const double c[2] = {1.0, -1.0}, bl[2] = {0.0, 0.0}, bu[2] = {1.0, 1.0};
+        e04rec(h, 2, c, nullptr);
+        e04rhc(h, 2, bl, bu, nullptr);
+        Zem_Fail f = quiet();
+        e04zmc(h, "Print Level = 0", &f);
+        guarded<double> x(2, 0.5), ri(100, 0.0), st(100, 0.0), u(4, 0.0);
+        e04stc(h, nullptr, nullptr, nullptr, nullptr, nullptr, nullptr, n, x.data(), n, u.data(), ri.data(),
+               st.data(), nullptr, &f);
+        s.expect(n == 2 ? f.code == NE_INT : f.code == NE_REF_MATCH, "a wrong nvar or nnzu was not refused");
+        s.intact(x, "x");
+        s.intact(u, "u");
+        int64_t ifail = 1, iu[1] = {0};
+        double ru[1] = {0.0};
+        e04stf_(&h, nullptr, nullptr, nullptr, nullptr, nullptr, nullptr, &n, x.data(), &n, u.data(), ri.data(),
+                st.data(), iu, ru, &ifail);
+        s.expect(ifail != 0, "the Fortran entry accepted a wrong nvar or nnzu");
+      });
+    });
+}

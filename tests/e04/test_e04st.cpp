@@ -1,0 +1,411 @@
+// e04st: small nonlinear, quadratic and linear programs with known optima,
+// the linear programs of glpk-utils' MPS examples against glpsol's optima
+// (tests/e04/data/glpk_mps_optima.txt, tools/glpk_mps_reference.sh), and
+// every failure the routine reports, with the handle usable afterwards.
+#include <gtest/gtest.h>
+#include <zem.h>
+
+#include "e04/handle.h"
+
+#include <cmath>
+#include <cstdio>
+#include <cstdlib>
+#include <fstream>
+#include <sstream>
+#include <string>
+#include <vector>
+
+namespace {
+
+struct handle_guard {
+  void *h = nullptr;
+  ~handle_guard() {
+    if (h) e04rzc(&h, nullptr);
+  }
+};
+
+void set(void *h, const char *opt) {
+  Zem_Fail fail{};
+  fail.print = 0;
+  e04zmc(h, opt, &fail);
+  ASSERT_EQ(fail.code, NE_NOERROR) << opt << ": " << fail.message;
+}
+
+// ---- HS 71: min x1 x4 (x1 + x2 + x3) + x3,  x1 x2 x3 x4 >= 25,
+// x1^2 + x2^2 + x3^2 + x4^2 = 40,  1 <= x <= 5.  f* = 17.0140172891519.
+struct hs71_data {
+  int calls = 0;
+  int stop_at = -1;     // objfun call on which comm->flag changes
+  bool nan_at_start = false;
+  void *handle = nullptr;  // for calls back into the library
+  int64_t reentry_code = -1, option_code = -1;
+};
+
+void hs71_objfun(int64_t, const double x[], double *fx, int64_t *, Zem_Comm *comm) {
+  auto *d = static_cast<hs71_data *>(comm->p);
+  ++d->calls;
+  *fx = x[0] * x[3] * (x[0] + x[1] + x[2]) + x[2];
+  if (d->nan_at_start) *fx = NAN;
+  if (d->calls == d->stop_at) comm->flag = 7;
+  if (d->handle && d->calls == 3) {
+    // A solve, and an option setting, from inside the solve.
+    Zem_Fail f1{}, f2{};
+    f1.print = f2.print = 0;
+    double x2[4] = {1, 5, 5, 1}, ri[100], st[100];
+    e04stc(d->handle, nullptr, nullptr, nullptr, nullptr, nullptr, nullptr, 4, x2, 0, nullptr, ri, st, comm, &f1);
+    d->reentry_code = f1.code;
+    e04zmc(d->handle, "Print Level = 1", &f2);
+    d->option_code = f2.code;
+  }
+}
+void hs71_objgrd(int64_t, const double x[], int64_t, double g[], int64_t *, Zem_Comm *) {
+  g[0] = x[3] * (2 * x[0] + x[1] + x[2]);
+  g[1] = x[0] * x[3];
+  g[2] = x[0] * x[3] + 1;
+  g[3] = x[0] * (x[0] + x[1] + x[2]);
+}
+void hs71_confun(int64_t, const double x[], int64_t, double g[], int64_t *, Zem_Comm *) {
+  g[0] = x[0] * x[1] * x[2] * x[3];
+  g[1] = x[0] * x[0] + x[1] * x[1] + x[2] * x[2] + x[3] * x[3];
+}
+void hs71_congrd(int64_t, const double x[], int64_t, double j[], int64_t *, Zem_Comm *) {
+  // Dense 2 x 4, row by row, as declared.
+  j[0] = x[1] * x[2] * x[3];
+  j[1] = x[0] * x[2] * x[3];
+  j[2] = x[0] * x[1] * x[3];
+  j[3] = x[0] * x[1] * x[2];
+  for (int k = 0; k < 4; ++k) j[4 + k] = 2 * x[k];
+}
+// Lagrangian Hessian, upper triangle row by row (10 elements).
+void hs71_hess(int64_t, const double x[], int64_t, int64_t idf, double s, const double l[], int64_t, double h[],
+               int64_t *, Zem_Comm *) {
+  ASSERT_EQ(idf, -1);
+  const double a = x[0], b = x[1], c = x[2], d = x[3];
+  // (1,1) (1,2) (1,3) (1,4) (2,2) (2,3) (2,4) (3,3) (3,4) (4,4)
+  h[0] = s * 2 * d + 2 * l[1];
+  h[1] = s * d + l[0] * c * d;
+  h[2] = s * d + l[0] * b * d;
+  h[3] = s * (2 * a + b + c) + l[0] * b * c;
+  h[4] = 2 * l[1];
+  h[5] = l[0] * a * d;
+  h[6] = s * a + l[0] * a * c;
+  h[7] = 2 * l[1];
+  h[8] = s * a + l[0] * a * b;
+  h[9] = 2 * l[1];
+}
+void stop_monit(int64_t, const double[], int64_t *inform, const double[], const double stats[], Zem_Comm *) {
+  if (stats[0] >= 2) *inform = -3;
+}
+
+void make_hs71(handle_guard &g, bool hessian) {
+  e04rac(&g.h, 4, nullptr);
+  const double bl[4] = {1, 1, 1, 1}, bu[4] = {5, 5, 5, 5};
+  e04rhc(g.h, 4, bl, bu, nullptr);
+  const int64_t idx[4] = {1, 2, 3, 4};
+  e04rgc(g.h, 4, idx, nullptr);
+  const double cl[2] = {25, 40}, cu[2] = {1e20, 40};
+  const int64_t ir[8] = {1, 1, 1, 1, 2, 2, 2, 2}, ic[8] = {1, 2, 3, 4, 1, 2, 3, 4};
+  e04rkc(g.h, 2, cl, cu, 8, ir, ic, nullptr);
+  if (hessian) {
+    const int64_t hr[10] = {1, 1, 1, 1, 2, 2, 2, 3, 3, 4}, hc[10] = {1, 2, 3, 4, 2, 3, 4, 3, 4, 4};
+    e04rlc(g.h, -1, 10, hr, hc, nullptr);
+  }
+  set(g.h, "Print Level = 0");
+  set(g.h, "Stop Tolerance 1 = 1e-10");
+}
+
+struct run_out {
+  int code;
+  std::string message;
+  std::vector<double> x, u;
+  double rinfo[100], stats[100];
+};
+
+run_out solve_hs71(void *h, hs71_data &d, bool hessian, Zem_E04ST_Monit monit = nullptr) {
+  run_out r;
+  r.x = {1, 5, 5, 1};
+  r.u.assign(4 + 2, 0.0);
+  Zem_Comm comm = ZEM_COMM_INIT;
+  comm.p = &d;
+  Zem_Fail fail{};
+  fail.print = 0;
+  e04stc(h, hs71_objfun, hs71_objgrd, hs71_confun, hs71_congrd, hessian ? hs71_hess : nullptr, monit, 4, r.x.data(),
+         6, r.u.data(), r.rinfo, r.stats, &comm, &fail);
+  r.code = fail.code;
+  r.message = fail.message;
+  return r;
+}
+
+TEST(E04st, Hs71ExactAndLimitedMemory) {
+  for (bool hessian : {true, false}) {
+    handle_guard g;
+    make_hs71(g, hessian);
+    hs71_data d;
+    const run_out r = solve_hs71(g.h, d, hessian);
+    ASSERT_EQ(r.code, NE_NOERROR) << r.message;
+    EXPECT_NEAR(r.rinfo[0], 17.0140172891519, 1e-8 * 17.014);
+    const double xs[4] = {1.0, 4.74299963, 3.82114998, 1.37940829};
+    for (int k = 0; k < 4; ++k) EXPECT_NEAR(r.x[k], xs[k], 1e-6);
+    // Multipliers: u = z_L - z_U for the bounds; x1 sits on its lower bound.
+    EXPECT_GT(r.u[0], 0.0);
+    // The results are in the handle.
+    double xr[4], ur[6], cv[2];
+    Zem_Fail f{};
+    e04rxc(g.h, "PRIMAL", 0, 4, xr, &f);
+    ASSERT_EQ(f.code, NE_NOERROR);
+    for (int k = 0; k < 4; ++k) EXPECT_EQ(xr[k], r.x[k]);
+    e04rxc(g.h, "DUAL VARIABLES", 0, 6, ur, &f);
+    ASSERT_EQ(f.code, NE_NOERROR);
+    for (int k = 0; k < 6; ++k) EXPECT_EQ(ur[k], r.u[k]);
+    e04rxc(g.h, "CONSTRAINT VALUES", 0, 2, cv, &f);
+    ASSERT_EQ(f.code, NE_NOERROR);
+    EXPECT_NEAR(cv[0], 25.0, 1e-6);
+    EXPECT_NEAR(cv[1], 40.0, 1e-6);
+    EXPECT_GT(r.stats[0], 3);
+    EXPECT_EQ(hessian, r.stats[5] > 0);
+  }
+}
+
+// ---- Linear and quadratic models: evaluated by the library alone -------
+TEST(E04st, LinearQuadraticModels) {
+  struct model_case {
+    const char *what;
+    void (*build)(void *);
+    int64_t n;
+    std::vector<double> xstar;
+    double fstar;
+  };
+  const model_case cases[] = {
+      {"LP maximised: max x+y, x+2y<=4, 3x+y<=6, x,y>=0",
+       [](void *h) {
+         const double c[2] = {1, 1};
+         e04rec(h, 2, c, nullptr);
+         const double bl[2] = {0, 0}, bu[2] = {1e20, 1e20};
+         e04rhc(h, 2, bl, bu, nullptr);
+         const double rl[2] = {-1e20, -1e20}, ru[2] = {4, 6};
+         const int64_t ir[4] = {1, 1, 2, 2}, ic[4] = {1, 2, 1, 2};
+         const double b[4] = {1, 2, 3, 1};
+         int64_t id = 0;
+         e04rjc(h, 2, rl, ru, 4, ir, ic, b, &id, nullptr);
+         set(h, "Task = Maximize");
+       },
+       2, {1.6, 1.2}, 2.8},
+      {"QP: (x1-1)^2+(x2-2.5)^2 - 7.25 with three rows",
+       [](void *h) {
+         const int64_t idxc[2] = {1, 2};
+         const double c[2] = {-2, -5};
+         const int64_t hr[2] = {1, 2}, hc[2] = {1, 2};
+         const double hv[2] = {2, 2};
+         e04rfc(h, 2, idxc, c, 2, hr, hc, hv, nullptr);
+         const double bl[2] = {0, 0}, bu[2] = {1e20, 1e20};
+         e04rhc(h, 2, bl, bu, nullptr);
+         const double rl[3] = {-2, -6, -2}, ru[3] = {1e20, 1e20, 1e20};
+         const int64_t ir[6] = {1, 1, 2, 2, 3, 3}, ic[6] = {1, 2, 1, 2, 1, 2};
+         const double b[6] = {1, -2, -1, -2, -1, 2};
+         int64_t id = 0;
+         e04rjc(h, 3, rl, ru, 6, ir, ic, b, &id, nullptr);
+       },
+       2, {1.4, 1.7}, 0.8 - 7.25},
+      {"quadratic constraint: min x1+x2, x1^2+x2^2 <= 2",
+       [](void *h) {
+         const double c[2] = {1, 1};
+         e04rec(h, 2, c, nullptr);
+         const int64_t qr[2] = {1, 2}, qc[2] = {1, 2};
+         const double q[2] = {2, 2};
+         int64_t id = 0;
+         e04rsc(h, 2, qr, qc, q, 0, nullptr, nullptr, -1e20, 2.0, &id, nullptr);
+       },
+       2, {-1, -1}, -2},
+      {"factored quadratic: 0.5||(x1-x2, x2)||^2 - x1, x1 <= 3",
+       [](void *h) {
+         const int64_t fr[3] = {1, 1, 2}, fc[3] = {1, 2, 2};
+         const double f[3] = {1, -1, 1};
+         const int64_t idxr[1] = {1};
+         const double r[1] = {-1};
+         e04rtc(h, 2, 3, fr, fc, f, 1, idxr, r, nullptr);
+         const double bl[2] = {-1e20, -1e20}, bu[2] = {3, 1e20};
+         e04rhc(h, 2, bl, bu, nullptr);
+       },
+       // unconstrained minimiser (2, 1) ... f = 0.5(1 + 1) - 2 = -1
+       2, {2, 1}, -1},
+  };
+  for (const auto &c : cases) {
+    handle_guard g;
+    e04rac(&g.h, c.n, nullptr);
+    c.build(g.h);
+    set(g.h, "Print Level = 0");
+    set(g.h, "Stop Tolerance 1 = 1e-10");
+    std::vector<double> x(c.n, 0.5);
+    double ri[100], st[100];
+    Zem_Fail fail{};
+    fail.print = 0;
+    e04stc(g.h, nullptr, nullptr, nullptr, nullptr, nullptr, nullptr, c.n, x.data(), 0, nullptr, ri, st, nullptr,
+           &fail);
+    ASSERT_EQ(fail.code, NE_NOERROR) << c.what << fail.message;
+    EXPECT_NEAR(ri[0], c.fstar, 1e-7 * std::max(1.0, std::fabs(c.fstar))) << c.what;
+    for (int64_t k = 0; k < c.n; ++k) EXPECT_NEAR(x[k], c.xstar[k], 1e-6) << c.what;
+  }
+}
+
+// ---- The MPS examples of glpk-utils against glpsol --------------------
+TEST(E04st, GlpkMpsExamples) {
+  std::ifstream ref(std::string(ZEM_TEST_DATA) + "/glpk_mps_optima.txt");
+  ASSERT_TRUE(ref.good());
+  const std::string dir = "/usr/share/doc/glpk-utils/examples/";
+  std::string line;
+  int solved = 0;
+  while (std::getline(ref, line)) {
+    if (line.empty() || line[0] == '#') continue;
+    std::istringstream in(line);
+    std::string name, status;
+    double fstar = 0;
+    in >> name >> status >> fstar;
+    handle_guard g;
+    Zem_Fail fail{};
+    fail.print = 0;
+    e04sac(&g.h, "MPS", (dir + name).c_str(), &fail);
+    ASSERT_EQ(fail.code, NE_NOERROR) << name << fail.message;
+    char eb[200];
+    int64_t st0 = 0;
+    const int64_t n = zem::e04::num_vars(*zem::e04::open_problem(g.h, eb, &st0));
+    // Integer markers are relaxed, as glpsol --nomip does.
+    std::vector<int64_t> all(n);
+    for (int64_t k = 0; k < n; ++k) all[k] = k + 1;
+    e04rcc(g.h, "CONT", n, all.data(), nullptr);
+    set(g.h, "Print Level = 0");
+    set(g.h, "Outer Iteration Limit = 500");
+    set(g.h, "Stop Tolerance 1 = 1e-10");
+    std::vector<double> x(n, 0.0);
+    double ri[100], st[100];
+    e04stc(g.h, nullptr, nullptr, nullptr, nullptr, nullptr, nullptr, n, x.data(), 0, nullptr, ri, st, nullptr, &fail);
+    if (status == "u") {
+      EXPECT_TRUE(fail.code == NE_UNBOUNDED || fail.code == NE_TOO_MANY_ITER) << name << fail.message;
+      continue;
+    }
+    ASSERT_EQ(fail.code, NE_NOERROR) << name << fail.message;
+    EXPECT_NEAR(ri[0], fstar, 1e-6 * std::fabs(fstar)) << name;
+    ++solved;
+  }
+  EXPECT_GE(solved, 6);
+}
+
+// ---- Failures, each leaving the handle usable -------------------------
+TEST(E04st, FailuresLeaveTheHandleUsable) {
+  handle_guard g;
+  make_hs71(g, true);
+  {
+    hs71_data d;
+    d.stop_at = 5;
+    const run_out r = solve_hs71(g.h, d, true);
+    EXPECT_EQ(r.code, NE_USER_STOP);
+    EXPECT_NE(r.message.find("user flag value = 7."), std::string::npos) << r.message;
+    EXPECT_EQ(d.calls, 5);
+  }
+  {
+    hs71_data d;
+    set(g.h, "Monitor Frequency = 1");
+    const run_out r = solve_hs71(g.h, d, true, stop_monit);
+    EXPECT_EQ(r.code, NE_USER_STOP);
+    EXPECT_NE(r.message.find("user flag value = -3."), std::string::npos) << r.message;
+    set(g.h, "Monitor Frequency = 0");
+  }
+  {
+    hs71_data d;
+    d.handle = g.h;
+    const run_out r = solve_hs71(g.h, d, true);
+    EXPECT_EQ(r.code, NE_NOERROR);
+    EXPECT_EQ(d.reentry_code, NE_PHASE);
+    EXPECT_EQ(d.option_code, NE_PHASE);
+  }
+  {
+    hs71_data d;
+    d.nan_at_start = true;
+    const run_out r = solve_hs71(g.h, d, true);
+    EXPECT_EQ(r.code, NE_USER_NAN) << r.message;
+  }
+  {
+    set(g.h, "Outer Iteration Limit = 2");
+    hs71_data d;
+    const run_out r = solve_hs71(g.h, d, true);
+    EXPECT_EQ(r.code, NE_TOO_MANY_ITER) << r.message;
+    EXPECT_EQ(r.message,
+              "NE_TOO_MANY_ITER:\n  The iteration limit was reached:\n  'Outer Iteration Limit' = 2.\n"
+              "  x holds the last iterate.");
+    set(g.h, "Outer Iteration Limit = 100");
+  }
+  {
+    set(g.h, "Bound Relax Factor = 1e-3");
+    hs71_data d;
+    const run_out r = solve_hs71(g.h, d, true);
+    EXPECT_EQ(r.message,
+              "NE_REAL_2:\n  On entry, 'Bound Relax Factor' = 0.001 and\n  'Stop Tolerance Feasibility' = 1e-07.\n"
+              "  Constraint: 'Bound Relax Factor' <= 'Stop Tolerance Feasibility'.\n"
+              "  Use zem_opt_handle_opt_set (e04zmc) to set compatible option values.");
+    set(g.h, "Bound Relax Factor = 1e-8");
+  }
+  {
+    // Wrong nvar, wrong nnzu.
+    double x[3] = {1, 1, 1}, ri[100], st[100], u[5];
+    Zem_Fail f{};
+    f.print = 0;
+    e04stc(g.h, hs71_objfun, hs71_objgrd, hs71_confun, hs71_congrd, nullptr, nullptr, 3, x, 0, nullptr, ri, st,
+           nullptr, &f);
+    EXPECT_EQ(f.code, NE_REF_MATCH);
+    double x4[4] = {1, 5, 5, 1};
+    e04stc(g.h, hs71_objfun, hs71_objgrd, hs71_confun, hs71_congrd, nullptr, nullptr, 4, x4, 5, u, ri, st, nullptr,
+           &f);
+    EXPECT_EQ(std::string(f.message), "NE_INT:\n  On entry, nnzu = 5.\n  Constraint: nnzu = 0 or nnzu = 6.");
+    // The nonlinear objective needs its functions.
+    e04stc(g.h, nullptr, hs71_objgrd, hs71_confun, hs71_congrd, nullptr, nullptr, 4, x4, 0, nullptr, ri, st, nullptr,
+           &f);
+    EXPECT_EQ(f.code, NE_SETUP_ERROR);
+  }
+  // After all of that, a clean solve.
+  hs71_data d;
+  const run_out r = solve_hs71(g.h, d, true);
+  ASSERT_EQ(r.code, NE_NOERROR) << r.message;
+  EXPECT_NEAR(r.rinfo[0], 17.0140172891519, 1e-6 * 17.014);
+}
+
+TEST(E04st, InfeasibleUnboundedUnsupported) {
+  const auto lp = [](handle_guard &g, double lo, double hi, bool bounded) {
+    e04rac(&g.h, 2, nullptr);
+    const double c[2] = {-1, -1};
+    e04rec(g.h, 2, c, nullptr);
+    const double bl[2] = {0, 0}, bu[2] = {bounded ? 1.0 : 1e20, bounded ? 1.0 : 1e20};
+    e04rhc(g.h, 2, bl, bu, nullptr);
+    const double rl[1] = {lo}, ru[1] = {hi};
+    const int64_t ir[2] = {1, 1}, ic[2] = {1, 2};
+    const double b[2] = {1, -1};
+    int64_t id = 0;
+    e04rjc(g.h, 1, rl, ru, 2, ir, ic, b, &id, nullptr);
+    set(g.h, "Print Level = 0");
+    set(g.h, "Outer Iteration Limit = 3000");
+  };
+  double x[2] = {0.5, 0.5}, ri[100], st[100];
+  Zem_Fail f{};
+  f.print = 0;
+  {
+    handle_guard g;
+    lp(g, 3, 1e20, true);  // x1 - x2 >= 3 within the unit box
+    e04stc(g.h, nullptr, nullptr, nullptr, nullptr, nullptr, nullptr, 2, x, 0, nullptr, ri, st, nullptr, &f);
+    EXPECT_EQ(f.code, NE_INFEASIBLE) << f.message;
+  }
+  {
+    handle_guard g;
+    lp(g, -1, 1, false);  // |x1 - x2| <= 1, minimise -(x1 + x2): unbounded
+    e04stc(g.h, nullptr, nullptr, nullptr, nullptr, nullptr, nullptr, 2, x, 0, nullptr, ri, st, nullptr, &f);
+    EXPECT_EQ(f.code, NE_UNBOUNDED) << f.message;
+  }
+  {
+    handle_guard g;
+    lp(g, -1, 1, true);
+    const int64_t idx[1] = {1};
+    e04rcc(g.h, "INT", 1, idx, nullptr);
+    e04stc(g.h, nullptr, nullptr, nullptr, nullptr, nullptr, nullptr, 3, x, 0, nullptr, ri, st, nullptr, &f);
+    EXPECT_EQ(std::string(f.message),
+              "NE_SETUP_ERROR:\n  This solver does not support the model defined in the handle.");
+  }
+}
+
+}  // namespace
