@@ -106,3 +106,74 @@ void s30qcf_(const char *calput, const int64_t *m, const int64_t *n, const doubl
              const double *t, const double *sigma, const double *r, const double *q, double *p, const int64_t *ldp,
              int64_t *ifail, size_t calput_len);
 #define zem_opt_amer_bs_price s30qcc
+
+/* s30ja: European options in Merton's jump-diffusion model (jumps of mean
+ * relative size zero): total volatility sigma, risk-free rate r, jump
+ * intensity lambda > 0 and jvol in [0, 1) the share of the variance due to
+ * jumps; lambda*t[j] <= 2^24.  Layout and other bounds as s30aa
+ * (share/doc/zem/s30ja.md). */
+void s30jac(Zem_OrderType order, Zem_OptionType option, int64_t m, int64_t n, const double x[], double s,
+            const double t[], double sigma, double r, double lambda, double jvol, double p[], int64_t ldp,
+            Zem_Fail *fail);
+void s30jaf_(const char *calput, const int64_t *m, const int64_t *n, const double *x, const double *s,
+             const double *t, const double *sigma, const double *r, const double *lambda, const double *jvol,
+             double *p, const int64_t *ldp, int64_t *ifail, size_t calput_len);
+#define zem_opt_jumpdiff_merton_price s30jac
+
+/* s30jb: as s30ja, with the eleven sensitivities of s30ab in the same order
+ * (share/doc/zem/s30jb.md). */
+void s30jbc(Zem_OrderType order, Zem_OptionType option, int64_t m, int64_t n, const double x[], double s,
+            const double t[], double sigma, double r, double lambda, double jvol, double p[], int64_t ldp,
+            double delta[], double gamma[], double vega[], double theta[], double rho[], double vanna[],
+            double charm[], double speed[], double colour[], double zomma[], double vomma[], Zem_Fail *fail);
+void s30jbf_(const char *calput, const int64_t *m, const int64_t *n, const double *x, const double *s,
+             const double *t, const double *sigma, const double *r, const double *lambda, const double *jvol,
+             double *p, const int64_t *ldp, double *delta, double *gamma, double *vega, double *theta, double *rho,
+             double *vanna, double *charm, double *speed, double *colour, double *zomma, double *vomma,
+             int64_t *ifail, size_t calput_len);
+#define zem_opt_jumpdiff_merton_greeks s30jbc
+
+/* s30na: European options in Heston's stochastic-volatility model, by
+ * numerical quadrature: volatility of variance sigmav > 0, mean reversion
+ * kappa > 0, correlation |corr| <= 1, initial variance var0 >= 0, long-run
+ * variance eta > 0, variance risk parameter grisk in [0, 1] with
+ * grisk*(1-grisk)*sigmav^2 <= kappa^2, rate r, dividend yield q.  Layout and
+ * bounds of x, s, t, r, q as s30aa.  NE_CONVERGENCE is a warning (every
+ * price set) where the quadrature misses its accuracy target
+ * (share/doc/zem/s30na.md). */
+void s30nac(Zem_OrderType order, Zem_OptionType option, int64_t m, int64_t n, const double x[], double s,
+            const double t[], double sigmav, double kappa, double corr, double var0, double eta, double grisk,
+            double r, double q, double p[], int64_t ldp, Zem_Fail *fail);
+void s30naf_(const char *calput, const int64_t *m, const int64_t *n, const double *x, const double *s,
+             const double *t, const double *sigmav, const double *kappa, const double *corr, const double *var0,
+             const double *eta, const double *grisk, const double *r, const double *q, double *p, const int64_t *ldp,
+             int64_t *ifail, size_t calput_len);
+#define zem_opt_heston_price s30nac
+
+/* s30nb: as s30na, with delta, gamma, vega (d/d sqrt(var0)), theta (-d/dt)
+ * and rho (share/doc/zem/s30nb.md). */
+void s30nbc(Zem_OrderType order, Zem_OptionType option, int64_t m, int64_t n, const double x[], double s,
+            const double t[], double sigmav, double kappa, double corr, double var0, double eta, double grisk,
+            double r, double q, double p[], int64_t ldp, double delta[], double gamma[], double vega[],
+            double theta[], double rho[], Zem_Fail *fail);
+void s30nbf_(const char *calput, const int64_t *m, const int64_t *n, const double *x, const double *s,
+             const double *t, const double *sigmav, const double *kappa, const double *corr, const double *var0,
+             const double *eta, const double *grisk, const double *r, const double *q, double *p, const int64_t *ldp,
+             double *delta, double *gamma, double *vega, double *theta, double *rho, int64_t *ifail,
+             size_t calput_len);
+#define zem_opt_heston_greeks s30nbc
+
+/* s30nc: European options in Heston's model with piecewise-constant
+ * parameters: period k (k < numts) of length ts[k] has volatility of
+ * variance alpha[k], mean reversion lambda[k], correlation corr[k] and
+ * long-run volatility sigmat[k] (the last period's values hold beyond it);
+ * p[i] for strike x[i], expiry t, forward fwd and discount factor disc to t,
+ * initial variance var0 (share/doc/zem/s30nc.md). */
+void s30ncc(Zem_OptionType option, int64_t m, int64_t numts, const double x[], double fwd, double disc,
+            const double ts[], double t, const double alpha[], const double lambda[], const double corr[],
+            const double sigmat[], double var0, double p[], Zem_Fail *fail);
+void s30ncf_(const char *calput, const int64_t *m, const int64_t *numts, const double *x, const double *fwd,
+             const double *disc, const double *ts, const double *t, const double *alpha, const double *lambda,
+             const double *corr, const double *sigmat, const double *var0, double *p, int64_t *ifail,
+             size_t calput_len);
+#define zem_opt_heston_term s30ncc

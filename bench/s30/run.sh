@@ -5,3 +5,4 @@ set -e
 here=$(dirname "$0")
 "$1/bench/s30/s30_bench" --benchmark_repetitions=9 --benchmark_report_aggregates_only=true
 /usr/bin/python3 "$here/s30_numpy.py"
+"$1/bench/s30/s30_models_bench" --benchmark_repetitions=9 --benchmark_report_aggregates_only=true

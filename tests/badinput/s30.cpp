@@ -269,3 +269,134 @@ ZEM_BADINPUT(s30bb) { exotic_sweep(s); }
 ZEM_BADINPUT(s30cb) { exotic_sweep(s); }
 ZEM_BADINPUT(s30fa) { exotic_sweep(s); }
 ZEM_BADINPUT(s30qc) { exotic_sweep(s); }
+
+// Jump diffusion and stochastic volatility: every real argument hostile in
+// turn, both entries; a call fails or returns finite values, and writes only
+// inside p and the sensitivity arrays.
+namespace {
+
+struct model_case {
+  double x[M] = {90.0, 100.0, 110.0};
+  double t[N] = {0.5, 1.0};
+  double s = 100.0, sigma = 0.2, r = 0.05, lambda = 1.0, jvol = 0.3;
+  double sigmav = 0.3, kappa = 1.5, corr = -0.7, var0 = 0.04, eta = 0.06, grisk = 0.0, q = 0.01;
+  int64_t m = M, n = N, ldp = M;
+};
+
+void jump_all(sweep &s, model_case g) {
+  for (Zem_OptionType o : {Zem_Call, Zem_Put}) {
+    const char cp = o == Zem_Call ? 'C' : 'P';
+    std::vector<guarded<double>> a;
+    for (int i = 0; i < 12; ++i) a.emplace_back(M * N, 0.0);
+    Zem_Fail fail = quiet();
+    s30jac(Zem_ColMajor, o, g.m, g.n, g.x, g.s, g.t, g.sigma, g.r, g.lambda, g.jvol, a[0].data(), g.ldp, &fail);
+    if (fail.code == 0) s.fail_or_finite(fail, {a[0][0], a[0][5]});
+    int64_t ifail = 1;
+    s30jaf_(&cp, &g.m, &g.n, g.x, &g.s, g.t, &g.sigma, &g.r, &g.lambda, &g.jvol, a[0].data(), &g.ldp, &ifail, 1);
+    fail = quiet();
+    s30jbc(Zem_ColMajor, o, g.m, g.n, g.x, g.s, g.t, g.sigma, g.r, g.lambda, g.jvol, a[0].data(), g.ldp, a[1].data(),
+           a[2].data(), a[3].data(), a[4].data(), a[5].data(), a[6].data(), a[7].data(), a[8].data(), a[9].data(),
+           a[10].data(), a[11].data(), &fail);
+    if (fail.code == 0)
+      for (int i = 0; i < 12; ++i) s.expect(!std::isnan(a[i][0]) && !std::isnan(a[i][5]), "a NaN sensitivity");
+    ifail = 1;
+    s30jbf_(&cp, &g.m, &g.n, g.x, &g.s, g.t, &g.sigma, &g.r, &g.lambda, &g.jvol, a[0].data(), &g.ldp, a[1].data(),
+            a[2].data(), a[3].data(), a[4].data(), a[5].data(), a[6].data(), a[7].data(), a[8].data(), a[9].data(),
+            a[10].data(), a[11].data(), &ifail, 1);
+    for (int i = 0; i < 12; ++i) s.intact(a[i], "p or a sensitivity array");
+  }
+}
+
+void heston_all(sweep &s, model_case g, bool greeks) {
+  for (Zem_OptionType o : {Zem_Call, Zem_Put}) {
+    const char cp = o == Zem_Call ? 'C' : 'P';
+    std::vector<guarded<double>> a;
+    for (int i = 0; i < 6; ++i) a.emplace_back(M * N, 0.0);
+    Zem_Fail fail = quiet();
+    int64_t ifail = 1;
+    if (!greeks) {
+      s30nac(Zem_ColMajor, o, g.m, g.n, g.x, g.s, g.t, g.sigmav, g.kappa, g.corr, g.var0, g.eta, g.grisk, g.r, g.q,
+             a[0].data(), g.ldp, &fail);
+      if (fail.code == 0 || fail.code == NE_CONVERGENCE)
+        for (int e = 0; e < M * N; ++e) s.expect(std::isfinite(a[0][e]), "a price not finite");
+      s30naf_(&cp, &g.m, &g.n, g.x, &g.s, g.t, &g.sigmav, &g.kappa, &g.corr, &g.var0, &g.eta, &g.grisk, &g.r, &g.q,
+              a[0].data(), &g.ldp, &ifail, 1);
+    } else {
+      s30nbc(Zem_ColMajor, o, g.m, g.n, g.x, g.s, g.t, g.sigmav, g.kappa, g.corr, g.var0, g.eta, g.grisk, g.r, g.q,
+             a[0].data(), g.ldp, a[1].data(), a[2].data(), a[3].data(), a[4].data(), a[5].data(), &fail);
+      if (fail.code == 0 || fail.code == NE_CONVERGENCE)
+        for (int i = 0; i < 6; ++i) s.expect(std::isfinite(a[i][0]) && std::isfinite(a[i][5]), "a value not finite");
+      s30nbf_(&cp, &g.m, &g.n, g.x, &g.s, g.t, &g.sigmav, &g.kappa, &g.corr, &g.var0, &g.eta, &g.grisk, &g.r, &g.q,
+              a[0].data(), &g.ldp, a[1].data(), a[2].data(), a[3].data(), a[4].data(), a[5].data(), &ifail, 1);
+    }
+    for (int i = 0; i < 6; ++i) s.intact(a[i], "p or a sensitivity array");
+  }
+}
+
+template <typename Run>
+void model_sweep(sweep &s, std::initializer_list<const char *> names, Run run) {
+  for (double v : hostile_reals)
+    for (const char *name : names)
+      s.call(name, v, [&] {
+        model_case g;
+        const std::string w = name;
+        double *place = w == "s" ? &g.s : w == "sigma" ? &g.sigma : w == "r" ? &g.r : w == "lambda" ? &g.lambda
+                      : w == "jvol" ? &g.jvol : w == "sigmav" ? &g.sigmav : w == "kappa" ? &g.kappa
+                      : w == "corr" ? &g.corr : w == "var0" ? &g.var0 : w == "eta" ? &g.eta
+                      : w == "grisk" ? &g.grisk : w == "q" ? &g.q : w == "x[1]" ? &g.x[1] : &g.t[1];
+        *place = v;
+        run(g);
+      });
+  for (int64_t v : hostile_sizes)
+    s.call("ldp", v, [&] {
+      model_case g;
+      g.ldp = v;
+      g.n = 1;
+      run(g);
+    });
+}
+
+}  // namespace
+
+ZEM_BADINPUT(s30ja) {
+  model_sweep(s, {"s", "sigma", "r", "lambda", "jvol", "x[1]", "t[1]"}, [&](model_case g) { jump_all(s, g); });
+}
+ZEM_BADINPUT(s30jb) {
+  model_sweep(s, {"sigma", "lambda", "jvol", "t[1]"}, [&](model_case g) { jump_all(s, g); });
+}
+ZEM_BADINPUT(s30na) {
+  model_sweep(s, {"s", "sigmav", "kappa", "corr", "var0", "eta", "grisk", "r", "q", "x[1]", "t[1]"},
+              [&](model_case g) { heston_all(s, g, false); });
+}
+ZEM_BADINPUT(s30nb) {
+  model_sweep(s, {"sigmav", "kappa", "var0", "t[1]"}, [&](model_case g) { heston_all(s, g, true); });
+}
+ZEM_BADINPUT(s30nc) {
+  for (double v : hostile_reals)
+    for (int w = 0; w < 10; ++w)
+      s.call("an argument of s30nc", v, [&] {
+        double x[3] = {90.0, 100.0, 110.0}, ts[2] = {0.5, 1.0}, alpha[2] = {0.3, 0.3}, lambda[2] = {1.5, 1.0},
+               corr[2] = {-0.7, -0.5}, sigmat[2] = {0.25, 0.2}, fwd = 100.0, disc = 0.97, t = 1.0, var0 = 0.04;
+        double *place[10] = {&x[1], &fwd, &disc, &ts[1], &t, &alpha[1], &lambda[0], &corr[1], &sigmat[1], &var0};
+        *place[w] = v;
+        guarded<double> p(3, 0.0);
+        Zem_Fail fail = quiet();
+        s30ncc(Zem_Put, 3, 2, x, fwd, disc, ts, t, alpha, lambda, corr, sigmat, var0, p.data(), &fail);
+        s.fail_or_finite(fail, {p[0], p[1], p[2]});
+        int64_t ifail = 1, m = 3, numts = 2;
+        s30ncf_("C", &m, &numts, x, &fwd, &disc, ts, &t, alpha, lambda, corr, sigmat, &var0, p.data(), &ifail, 1);
+        s.intact(p, "p");
+      });
+  for (int64_t v : hostile_sizes)
+    s.call("numts and m", v, [&] {
+      if (v > 2) return;  // a larger size promises more elements
+      double x[3] = {90.0, 100.0, 110.0}, ts[2] = {0.5, 1.0}, al[2] = {0.3, 0.3}, la[2] = {1.5, 1.0},
+             co[2] = {-0.7, -0.5}, st[2] = {0.25, 0.2};
+      guarded<double> p(3, 0.0);
+      Zem_Fail fail = quiet();
+      s30ncc(Zem_Call, 3, v, x, 100.0, 0.97, ts, 1.0, al, la, co, st, 0.04, p.data(), &fail);
+      fail = quiet();
+      s30ncc(Zem_Call, v, 2, x, 100.0, 0.97, ts, 1.0, al, la, co, st, 0.04, p.data(), &fail);
+      s.intact(p, "p");
+    });
+}
