@@ -45,6 +45,9 @@ inline constexpr store_command real_commands[] = {
     {"HESSIAN MATRIX", "HESSIAN MATRIX", true, false, size_rule::stored},
     {"SLACK VARIABLES", "[SLACK]", true, true, size_rule::nlc},
     {"MCS LIST", "MCS LIST", true, true, size_rule::mcs_list},
+    {"OBJECTIVE VALUE", "OBJECTIVE", true, false, size_rule::stored},
+    {"SOLVER RINFO", "RINFO", true, false, size_rule::stored},
+    {"SOLVER STATS", "STATS", true, false, size_rule::stored},
 };
 
 }  // namespace zem::e04
