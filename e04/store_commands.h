@@ -49,6 +49,9 @@ inline constexpr store_command real_commands[] = {
     {"CONSTRAINT VALUES", "CONSTRAINT VALUES", true, false, size_rule::stored},
     {"OBJECTIVE VALUE", "OBJECTIVE VALUE", true, false, size_rule::stored},
     {"SOLVER STATISTICS", "SOLVER STATISTICS", true, false, size_rule::stored},
+    // Written by the first-order solver e04kf (besides the shared
+    // "OBJECTIVE VALUE" and "SOLVER STATISTICS" above, in its own layout).
+    {"SOLVER RINFO", "RINFO", true, false, size_rule::stored},
 };
 
 }  // namespace zem::e04

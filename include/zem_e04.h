@@ -140,6 +140,36 @@ void e04rwf_(void *const *handle, const char *cmdstr, const int64_t *ioflag, con
              int64_t *ifail, size_t cmdstr_len);
 #define zem_opt_handle_set_get_integer e04rwc
 
+/* e04kf: the first-order active-set solver for a nonlinear, linear or
+ * quadratic objective with simple bounds (share/doc/zem/e04kf.md).  x holds
+ * the start point on entry and the solution on exit; rinfo[100] and
+ * stats[100] receive the final measures.  User functions (inform is 0 on
+ * entry; a negative value asks the solver to stop):
+ *   objfun(nvar, x, &fx, &inform, comm)          the objective at x
+ *   objgrd(nvar, x, nnzfd, fdx, &inform, comm)   the gradient elements of
+ *                                                the sparsity given to e04rgc
+ *   monit(nvar, x, &inform, rinfo, stats, comm)  every 'FOAS Monitor
+ *                                                Frequency' iterations
+ * objfun and objgrd may be NULL for a linear or quadratic objective, objgrd
+ * also when 'FOAS Estimate Derivatives' = YES, monit always. */
+typedef void (*Zem_E04KF_ObjFun)(int64_t nvar, const double x[], double *fx, int64_t *inform, Zem_Comm *comm);
+typedef void (*Zem_E04KF_ObjGrd)(int64_t nvar, const double x[], int64_t nnzfd, double fdx[], int64_t *inform,
+                                 Zem_Comm *comm);
+typedef void (*Zem_E04KF_Monit)(int64_t nvar, const double x[], int64_t *inform, const double rinfo[],
+                                const double stats[], Zem_Comm *comm);
+typedef void (*Zem_E04KF_FObjFun)(const int64_t *nvar, const double x[], double *fx, int64_t *inform,
+                                  int64_t iuser[], double ruser[]);
+typedef void (*Zem_E04KF_FObjGrd)(const int64_t *nvar, const double x[], const int64_t *nnzfd, double fdx[],
+                                  int64_t *inform, int64_t iuser[], double ruser[]);
+typedef void (*Zem_E04KF_FMonit)(const int64_t *nvar, const double x[], int64_t *inform, const double rinfo[],
+                                 const double stats[], int64_t iuser[], double ruser[]);
+void e04kfc(void *handle, Zem_E04KF_ObjFun objfun, Zem_E04KF_ObjGrd objgrd, Zem_E04KF_Monit monit, int64_t nvar,
+            double x[], double rinfo[], double stats[], Zem_Comm *comm, Zem_Fail *fail);
+void e04kff_(void *const *handle, Zem_E04KF_FObjFun objfun, Zem_E04KF_FObjGrd objgrd, Zem_E04KF_FMonit monit,
+             const int64_t *nvar, double x[], double rinfo[], double stats[], int64_t iuser[], double ruser[],
+             int64_t *ifail);
+#define zem_handle_solve_bounds_foas e04kfc
+
 /* e04rx: read (ioflag 0) or write (ioflag 1) the real array named by cmdstr
  * ("PRIMAL", "DUAL VARIABLES", "SLACK VARIABLES", ... see share/doc/zem/e04rx.md). */
 void e04rxc(void *handle, const char *cmdstr, int64_t ioflag, int64_t lrarr, double rarr[], Zem_Fail *fail);

@@ -5,10 +5,11 @@
 # JSON with tools/bench_report.py.
 #   bash tools/bench.sh [--benchmark_* options passed to every program]
 # Needs the peers the programs compare with (Debian: libbenchmark-dev,
-# libgsl-dev, libboost-dev) and python3-matplotlib for the charts.
+# libgsl-dev, libboost-dev), python3-matplotlib for the charts and
+# python3-scipy for the e04kf comparison with L-BFGS-B.
 set -eu
 cd "$(dirname "$0")/.."
-. tools/setup.sh libbenchmark-dev libgsl-dev libboost-dev python3-matplotlib
+. tools/setup.sh libbenchmark-dev libgsl-dev libboost-dev python3-matplotlib python3-scipy
 cmake -S . -B build-bench -DZEM_TESTS=OFF -DZEM_BENCH=ON -DCMAKE_BUILD_TYPE=Release >/dev/null
 cmake --build build-bench -j"$(nproc)"
 results=()
@@ -22,3 +23,7 @@ for dir in build-bench/bench/*/; do
   done
 done
 /usr/bin/python3 tools/bench_report.py "${results[@]}"
+# e04kf beside SciPy's L-BFGS-B on the same problems (a Markdown table).
+if [ -x build-bench/bench/e04/bench_e04kf ]; then
+  /usr/bin/python3 bench/e04/bench_e04kf_compare.py build-bench/bench/e04/bench_e04kf 5
+fi
