@@ -170,7 +170,7 @@ inline bs_term bs_greeks(double s, double x, double t, double sqrt_t, double r, 
       {13, 1022, NE_REAL, {"On entry, jvol = %s.", "Constraint: jvol >= 0.0 and jvol < 1.0."},            \
        {"On entry, jvol = %s", "Constraint: jvol >= 0.0 and jvol < 1.0."}},                               \
       {14, 1023, NE_REAL_2, {"On entry, lambda = %s and t[%s] = %s.", "Constraint: lambda*t[i] <= %s."}, \
-       {"On entry, lambda = %s and t(%s+1) = %s", "Constraint: lambda*t(i) <= %s."}}
+       {"On entry, lambda = %s and", "t(%s+1) = %s", "Constraint: lambda*t(i) <= %s."}}
 
 namespace zem::s30 {
 
