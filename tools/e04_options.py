@@ -197,13 +197,13 @@ DFLS RESCUE TOL | R | 1.0e-2 | >0 | | Geometry measure below which the interpola
 DFLS MODEL TYPE | C | LINEAR | | LINEAR:1,QUADRATIC:2 | Linear (Gauss-Newton) or quadratic models of the residuals.
 # ---- FOAS (13) ----
 FOAS ITERATION LIMIT | I | 10000000 | >0 | | Maximum number of iterations of e04kf.
-FOAS MEMORY | I | 11 | 0..100 | | Number of pairs of the limited-memory subsolver; 0 leaves only the conjugate gradients.
+FOAS MEMORY | I | 11 | 0..100 | | Number of pairs (s, y) of the limited-memory preconditioner of the conjugate gradients; 0 gives plain conjugate gradients.
 FOAS MONITOR FREQUENCY | I | 0 | >=0 | | Call the user's monitor every this many iterations; 0 never.
 FOAS PRINT FREQUENCY | I | 1 | >=1 | | Print a log line every this many iterations.
-FOAS PROGRESS TOLERANCE | R | eps^(3/4) | >0 <1 | | Relative decrease of the objective below which an iteration makes no progress.
+FOAS PROGRESS TOLERANCE | R | eps^(3/4) | >0 <1 | | Relative decrease of the best objective below which an iteration that leaves the active set alone is slow; 10 such in a row end the solve.
 FOAS REL STOP TOLERANCE | R | eps^(3/4) | >=0 <1 | | Stop when the projected gradient falls below this fraction of its initial size.
-FOAS RESTART FACTOR | R | 6.0 | >=0 | | The conjugate-gradient subsolver restarts when orthogonality is lost by this factor.
-FOAS SLOW TOLERANCE | R | eps^(1/8) | >0 | | Relative progress below which an iteration counts as slow.
+FOAS RESTART FACTOR | R | 6.0 | >=0 | | The conjugate gradients restart every this many times the number of free variables of iterations; 0 restarts every iteration.
+FOAS SLOW TOLERANCE | R | eps^(1/8) | >0 | | Switching fraction between the projected-gradient and the conjugate-gradient phases (the free part of the projected gradient against the whole).
 FOAS STOP TOLERANCE | R | 1.0e-6 | >=0 <1 | | Stop when the norm of the projected gradient falls below this.
 FOAS SUBSOLVER | C | BOTH | | BOTH:0,NPG:1,CG:2 | Iteration on the free variables: nonmonotone projected gradient, conjugate gradients, or both.
 FOAS TOLERANCE NORM | C | INFINITY | | INFINITY:1,INF:1,TWO:2,2:2 | Norm of the projected gradient in the stopping tests.
