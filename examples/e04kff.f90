@@ -77,11 +77,16 @@ program e04kff_example
   call e04zmf(handle, 'FOAS Stop Tolerance = 1.0e-8', ifail)
   ifail = -1
   call e04kff(handle, objfun, objgrd, monit, n, x, rinfo, stats, iuser, ruser, ifail)
-  if (ifail /= 0) stop 1
+  if (ifail /= 0) then
+    call e04rzf(handle, ifail)
+    deallocate (x, bl, bu, u, idx)
+    stop 1
+  end if
   ifail = 0
   call e04rxf(handle, 'DUAL VARIABLES', 0_int64, n, u, ifail)
   write (*, '(/a,f10.8,a,f10.8)') 'First pair of the solution:  x1 = ', x(1), '  x2 = ', x(2)
   write (*, '(a,f9.6)') 'Multiplier of the bound x2 <= 0.5: ', u(2)
   write (*, '(a,f0.8,a,i0,a)') 'Objective: ', rinfo(1), '  (', n / 2, ' pairs)'
   call e04rzf(handle, ifail)
+  deallocate (x, bl, bu, u, idx)
 end program e04kff_example
