@@ -113,9 +113,12 @@ struct workspace {
     const int64_t per = 11 + 2 * (m + 1);
     const int64_t nn = std::max<int64_t>(n, 1);
     if (nn > static_cast<int64_t>(PTRDIFF_MAX / sizeof(double)) / per) return false;
-    buf.reset(new (std::nothrow) double[static_cast<size_t>(nn * per)]);
-    rho.reset(new (std::nothrow) double[static_cast<size_t>(m + 1)]);
-    ord.reset(new (std::nothrow) int64_t[static_cast<size_t>(m + 2)]);
+    // Value-initialised: every array starts defined (a restart may read a
+    // direction or a pair slot before the iteration has written it; the
+    // one pass over the block costs far less than a single iteration).
+    buf.reset(new (std::nothrow) double[static_cast<size_t>(nn * per)]());
+    rho.reset(new (std::nothrow) double[static_cast<size_t>(m + 1)]());
+    ord.reset(new (std::nothrow) int64_t[static_cast<size_t>(m + 2)]());
     if (!buf || !rho || !ord) return false;
     double *p = buf.get();
     for (double **q : {&x, &xt, &g, &gt, &d, &v, &vold, &w, &fd, &lo, &hi}) {

@@ -69,7 +69,7 @@ std::string detail_of(const char *errbuf) {
 
 struct engine {
   engine_data en;
-  char errbuf[200];
+  char errbuf[200] = {};
   int64_t ifail = -1;
   engine() { y90haan_(&en); }
 };
