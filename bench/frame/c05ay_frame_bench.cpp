@@ -43,14 +43,16 @@ double (*volatile f_plain_pointer)(double) = f_plain;
 double (*volatile f_c_pointer)(double, Zem_Comm *) = f_c;
 double (*volatile f_fortran_pointer)(const double *, int64_t *, double *) = f_fortran;
 
-// c05ay's algorithm written out with no frame: the same checks, the same
-// iteration (absolute error control, the rounding-unit exit, the guards for
-// a NaN tolerance or bracket), the same acceptance of |f| < eta or f = 0 and
-// the same final evaluation with the pole test; status as c05ay's.
+// c05ay's algorithm written out with no frame: the same checks (finite,
+// distinct end points), the same iteration (absolute error control, the
+// overflow-free half-width, the rounding-unit exit, the guards for a NaN
+// tolerance or bracket, the bound on the iteration count), the same
+// acceptance of |f| < eta or f = 0 and the same final evaluation with the
+// pole test; status as c05ay's.
 template <typename F>
 double brent_inline(F f_inline, double a, double b, double eps, double eta, int &status) {
   status = 1;
-  if (0.0 >= eps || a == b) return a;
+  if (0.0 >= eps || a == b || !std::isfinite(a) || !std::isfinite(b)) return a;
   auto small = [eta](double v) { return std::fabs(v) < eta || v == 0.0; };
   double fa = f_inline(a);
   status = 0;
@@ -62,7 +64,7 @@ double brent_inline(F f_inline, double a, double b, double eps, double eta, int 
   status = 0;
   const double fmax = std::max(std::fabs(fa), std::fabs(fb));
   double c = a, fc = fa, d = b - a, e = d;
-  for (;;) {
+  for (int64_t iteration = 0;; ++iteration) {
     if ((fb <= 0.0) == (fc <= 0.0)) {
       c = a;
       fc = fa;
@@ -76,13 +78,16 @@ double brent_inline(F f_inline, double a, double b, double eps, double eta, int 
       fb = fc;
       fc = fa;
     }
-    const double tol = eps, m = (c - b) * 0.5;
+    const double tol = eps;
+    double m = (c - b) * 0.5;
+    if (__builtin_expect(std::fabs(m) > 0x1.fffffffffffffp+1022, 0)) m = c * 0.5 - b * 0.5;
     if (std::fabs(m) <= tol || fb == 0.0) {
       const double fx = f_inline(b);  // the final evaluation, for the pole test
       if (!small(fx) && std::fabs(fx) > fmax) status = 3;
       return b;
     }
-    if (std::fabs(m) <= std::fabs(b) * 0x1p-53 || std::isnan(m)) {
+    if (std::fabs(m) <= std::fabs(b) * 0x1p-53 || std::isnan(m) ||
+        __builtin_expect(iteration == int64_t{2101} * 2101, 0)) {
       status = 2;
       return b;
     }
