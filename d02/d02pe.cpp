@@ -101,9 +101,14 @@ ZEM_INTERNAL void d02pefn_(engine_data *en_data, zem_routine f, d02pe_f_adaptor 
     answer(tw, rw[rw_t] == tw);
     return;
   }
+  // Whether a completed step leaves the integration with nothing to do here:
+  // twant reached, stiffness diagnosed or the budget spent.  While it does,
+  // the machine goes on to the next step without returning.
+  auto reached = [=] { return interp ? dir * (rw[rw_t] - tw) >= 0.0 : rw[rw_t] == tw; };
+  auto more = [=] { return !reached() && !iw[iw_stiff_flag] && iw[iw_budget] < rk_budget; };
   for (;;) {
     int64_t flag = 0;
-    const rk_outcome out = rk_drive(st, rtn_pe, eval, errbuf, ifail, flag);
+    const rk_outcome out = rk_drive(st, rtn_pe, eval, more, errbuf, ifail, flag);
     if (out == rk_outcome::user_stop) {
       answer(rw[rw_t], true);
       return zem::user_stop(errbuf, ifail, flag);
@@ -112,8 +117,7 @@ ZEM_INTERNAL void d02pefn_(engine_data *en_data, zem_routine f, d02pe_f_adaptor 
       answer(rw[rw_t], true);
       return;
     }
-    const bool reached = interp ? dir * (rw[rw_t] - tw) >= 0.0 : rw[rw_t] == tw;
-    if (reached) {
+    if (reached()) {
       answer(tw, rw[rw_t] == tw);
       if (rk_step_warning(st, errbuf, ifail)) return;
       if (!interp && iw[iw_cuts] >= d02pe_cut_limit) {

@@ -63,11 +63,14 @@ enum class rk_outcome { done, user_stop, failed };
 // Drives the machine through one step, evaluating through eval(t, y, yp), which
 // puts f(t, y) into yp and returns the callback status (non-zero: the user asked to stop).  Failures
 // are written (and kill the problem).
-template <typename Eval>
-inline rk_outcome rk_drive(const rk_state &st, int64_t self, Eval &&eval, char *errbuf, int64_t *ifail,
+// The machine goes on from one completed step to the next while more() is
+// true (after a step, with the arrays up to date); the outcome is that of
+// the last step.
+template <typename Eval, typename More>
+inline rk_outcome rk_drive(const rk_state &st, int64_t self, Eval &&eval, More &&more, char *errbuf, int64_t *ifail,
                            int64_t &stop_flag) {
   rk_request req{};
-  switch (rk_run<true>(st, req, eval)) {
+  switch (rk_run<true>(st, req, eval, more)) {
     case rk_event::stopped:
     case rk_event::eval:  // not returned by the callback machine
     case rk_event::eval_ga:
@@ -88,6 +91,11 @@ inline rk_outcome rk_drive(const rk_state &st, int64_t self, Eval &&eval, char *
       return rk_outcome::failed;
   }
   return rk_outcome::failed;
+}
+template <typename Eval>
+inline rk_outcome rk_drive(const rk_state &st, int64_t self, Eval &&eval, char *errbuf, int64_t *ifail,
+                           int64_t &stop_flag) {
+  return rk_drive(st, self, eval, [] { return false; }, errbuf, ifail, stop_flag);
 }
 
 // The warnings of a completed step, in order of weight: stiffness (3), the

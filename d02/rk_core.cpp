@@ -29,7 +29,8 @@
 // the difference of the Y is at least 1e-10 times that of the k (the
 // quotient guard) and the ratio to the previous estimate lies in [0.2, 5];
 // a step "looks limited by stability" when |h lambda| >= 0.9 times the
-// pair's stability radius.  After rk_stiff_steps such steps in a row the
+// pair's stability radius.  (The tests are made on the squares, so the
+// estimate costs no square root.)  After rk_stiff_steps such steps in a row the
 // step reports stiffness; the driver turns it into the warning, with the
 // cost of reaching tend at the present step size relative to the cost so
 // far.  A report restarts the count at -85, so a problem that stays stiff

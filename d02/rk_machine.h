@@ -1,6 +1,7 @@
-// The step machine of the d02p suite, compiled once per pair and per driver.
+// The step machine of the d02p suite, compiled once per pair, per n (1 to 4,
+// or any) and per driver.
 //
-// rk_run<M, Direct> is the whole resumable step (rk_core.cpp explains the
+// rk_run_n<M, N, Direct> is the whole resumable step (rk_core.cpp explains the
 // error control, the step size, the stiffness test and the assessment).
 // Each pair is a compile-time constant (pair_k<M>): the stage loop is
 // unrolled with its coefficients in the code, and the zero coefficients
@@ -12,8 +13,10 @@
 //                   f(req.t, req.y) into req.yp and calls again.
 //   Direct = true   callback integrators (d02pe, d02pf): the machine makes
 //                   each evaluation itself through eval(t, y, yp), inlined into
-//                   the stage loop, and returns only when the step is done
-//                   or has failed; a non-zero eval status (the user asked to
+//                   the stage loop, and returns only when a step is done
+//                   and its driver's more() says so, or has failed (the
+//                   range integrator lets it run from step to step until
+//                   twant is passed); a non-zero eval status (the user asked to
 //                   stop) returns rk_event::stopped with the step left as
 //                   the reverse-communication driver would have left it
 //                   and the status in req.status.
@@ -29,6 +32,7 @@
 #include <utility>
 
 #include "d02/rk_core.h"
+#include "d02/rk_root.h"
 #include "frame/constants.h"
 
 // The machine's small lambdas (the unrolled loops over stages) are always
@@ -108,25 +112,18 @@ inline constexpr double grow_max = 4.0, shrink_min = 0.125, shrink_second = 0.5;
 // Phases the machine passes through without returning (never stored).
 enum : int64_t { ph_attempt = 100, ph_stages, ph_accepted, ph_sec_half, ph_sec_stages, ph_sec_done };
 
-// The machine's loops over the n components are compiled for n = 1 .. 4
-// as well as for any n: for the small systems, where the step's own work
-// is a few dozen flops, the stages' addresses become constant offsets and
-// the loops disappear.  (Same operations in the same order for every n.)
-#define ZEM_RK_BY_N(call)                 \
-  switch (n) {                            \
-    case 1: return call(1);               \
-    case 2: return call(2);               \
-    case 3: return call(3);               \
-    case 4: return call(4);               \
-    default: return call(0);              \
-  }
+// The whole machine is compiled for n = 1 .. 4 as well as for any n (N = 0):
+// for the small systems, where the step's own work is a few dozen flops,
+// the stages' addresses become constant offsets and the loops over the
+// components disappear.  The choice is made once per call of the machine,
+// not per loop.  (Same operations in the same order for every n.)
 
 // out = y0 + h sum_{j<I} a_Ij k_j, one pass per component with the sum in a
 // register (the stages lie n apart); zero coefficients are left out, so
 // that a non-finite stage they would multiply stays out.
 template <class P, int I, int N>
-[[gnu::always_inline]] inline void stage_point_n(const double *__restrict y0, const double *__restrict k0,
-                                                 int64_t n_, double h, double *__restrict out) {
+[[gnu::always_inline]] inline void stage_point(const double *__restrict y0, const double *__restrict k0,
+                                               int64_t n_, double h, double *__restrict out) {
   constexpr int off = I * (I - 1) / 2;
   const int64_t n = N ? N : n_;
   for (int64_t m = 0; m < n; ++m) {
@@ -138,21 +135,14 @@ template <class P, int I, int N>
     out[m] = y0[m] + h * sum;
   }
 }
-template <class P, int I>
-[[gnu::always_inline]] inline void stage_point(const double *y0, const double *k0, int64_t n, double h,
-                                               double *out) {
-#define ZEM_RK_CALL(N) stage_point_n<P, I, N>(y0, k0, n, h, out)
-  ZEM_RK_BY_N(ZEM_RK_CALL)
-#undef ZEM_RK_CALL
-}
 
 // ynew and the weighted error estimate of an attempt of size h from y0
 // (k0: its stages; ylast: the point of the last stage, ynew itself for a
 // first-same-as-last pair).
 template <class P, int N>
-[[gnu::always_inline]] inline double finish_attempt_n(const double *__restrict y0, const double *__restrict k0,
-                                                      const double *__restrict ylast, const double *__restrict th,
-                                                      int64_t n_, double h, double *__restrict ynew) {
+[[gnu::always_inline]] inline double finish_attempt(const double *__restrict y0, const double *__restrict k0,
+                                                    const double *__restrict ylast, const double *__restrict th,
+                                                    int64_t n_, double h, double *__restrict ynew) {
   const int64_t n = N ? N : n_;
   double err = 0.0;
   for (int64_t m = 0; m < n; ++m) {
@@ -178,18 +168,11 @@ template <class P, int N>
   }
   return err;
 }
-template <class P>
-[[gnu::always_inline]] inline double finish_attempt(const double *y0, const double *k0, const double *ylast,
-                                                    const double *th, int64_t n, double h, double *ynew) {
-#define ZEM_RK_CALL(N) finish_attempt_n<P, N>(y0, k0, ylast, th, n, h, ynew)
-  ZEM_RK_BY_N(ZEM_RK_CALL)
-#undef ZEM_RK_CALL
-}
 
-// The stiffness estimate's two sums for one step of size h: |k_i - k_j|^2
-// and |Y_i - Y_j|^2 with Y_i - Y_j = h sum_l (a_il - a_jl) k_l.
+// The stiffness estimate's two squared sums for one step of size h:
+// |k_i - k_j|^2 and |Y_i - Y_j|^2 with Y_i - Y_j = h sum_l (a_il - a_jl) k_l.
 template <class P, int N>
-[[gnu::always_inline]] inline void stiff_sums_n(const double *k0, int64_t n_, double h, double &dk, double &dy) {
+[[gnu::always_inline]] inline void stiff_sums(const double *k0, int64_t n_, double h, double &dk, double &dy) {
   const int64_t n = N ? N : n_;
   constexpr int i = P::stiff_i, j = P::stiff_j;
   constexpr int oi = i * (i - 1) / 2, oj = j * (j - 1) / 2;
@@ -205,53 +188,49 @@ template <class P, int N>
     dy += s * s;
   }
 }
-template <class P>
-[[gnu::always_inline]] inline void stiff_sums(const double *k0, int64_t n, double h, double &dk, double &dy) {
-#define ZEM_RK_CALL(N) stiff_sums_n<P, N>(k0, n, h, dk, dy)
-  ZEM_RK_BY_N(ZEM_RK_CALL)
-#undef ZEM_RK_CALL
+
+template <int N>
+[[gnu::always_inline]] inline void copy_n(const double *__restrict from, int64_t n_, double *__restrict to) {
+  const int64_t n = N ? N : n_;
+  for (int64_t m = 0; m < n; ++m) to[m] = from[m];
 }
 
 // The size of the next attempt towards the target: never past it, and no
 // sliver left before it.
-inline double clip(const rk_state &st, double h) {
-  const double t = st.rw[rw_t], target = st.rw[rw_target], dir = st.rw[rw_dir];
+[[gnu::always_inline]] inline double clip(int64_t *iw, const double *rw, double h) {
+  const double t = rw[rw_t], target = rw[rw_target], dir = rw[rw_dir];
   const double rest = target - t, arest = std::fabs(rest);
   double ah = std::fabs(h);
-  st.iw[iw_last_cut] = 0;
+  int64_t cut = 0;
+  double out = dir * ah;
   if (1.01 * ah >= arest || arest - ah <= 16.0 * machine_eps * std::max(std::fabs(t), std::fabs(target))) {
-    if (8.0 * arest < ah) st.iw[iw_last_cut] = 1;  // drastically shortened
-    return rest;
+    if (8.0 * arest < ah) cut = 1;  // drastically shortened
+    out = rest;
+  } else if (2.0 * ah > arest) {
+    out = dir * (0.5 * arest);  // share the rest in two
   }
-  if (2.0 * ah > arest) ah = 0.5 * arest;  // share the rest in two
-  return dir * ah;
+  iw[iw_last_cut] = cut;
+  return out;
 }
 
 // Stages from..s-1 of an attempt of size h from y0 at t0, into k0 + I n.
 // True when all are in; false when the machine must return: a request is
 // handed to the driver (reverse communication) or the user asked to stop.
-template <class P, bool Direct, bool Sec, class Eval>
-[[gnu::always_inline]] inline bool run_stages(const rk_state &st, int from, const double *y0, double *k0, double h,
-                                              double t0, rk_request &req, Eval &eval) {
-  const int64_t n = st.n;
-  int64_t *iw = st.iw;
-  double *ytmp = st.ytmp();
+// The callback machine counts its evaluations in a register and books them
+// once.
+template <class P, int N, bool Direct, bool Sec, class Eval>
+[[gnu::always_inline]] inline bool run_stages(int64_t *iw, int64_t n, int from, const double *y0, double *k0,
+                                              double *ytmp, double h, double t0, rk_request &req, Eval &eval) {
   auto one = [&]<int I>(std::integral_constant<int, I>) ZEM_RK_INLINE -> bool {
     if (I < from) return true;
-    stage_point<P, I>(y0, k0, n, h, ytmp);
+    stage_point<P, I, N>(y0, k0, n, h, ytmp);
     const double t = t0 + P::c[I] * h;
+    int64_t status = 0;
     if constexpr (Direct) {
-      if ((req.status = eval(t, ytmp, k0 + I * n)) == 0) {
-        if constexpr (Sec) {
-          ++iw[iw_nfcn_ga];
-        } else {
-          ++iw[iw_nfcn];
-          ++iw[iw_budget];
-        }
-        return true;
-      }
+      status = eval(t, ytmp, k0 + I * n);
+      if (status == 0) return true;
     }
-    req = {t, ytmp, k0 + I * n, 0.0, 0};
+    req = {t, ytmp, k0 + I * n, 0.0, status};  // with Direct: the user's stop, and its flag
     iw[iw_stage] = I;
     iw[iw_phase] = Sec ? ph_sec_stage : ph_stage;
     return false;
@@ -259,31 +238,49 @@ template <class P, bool Direct, bool Sec, class Eval>
   const bool all = [&]<int... I>(std::integer_sequence<int, I...>) ZEM_RK_INLINE {
     return (one(std::integral_constant<int, I + 1>{}) && ...);
   }(std::make_integer_sequence<int, P::s - 1>{});
+  if constexpr (Direct) {
+    // Stages from .. s-1 were made, or from .. up to the one that stopped.
+    const int64_t done = (all ? P::s : iw[iw_stage]) - from;
+    if constexpr (Sec) {
+      iw[iw_nfcn_ga] += done;
+    } else {
+      iw[iw_nfcn] += done;
+      iw[iw_budget] += done;
+    }
+  }
   if (all) iw[iw_stage] = P::s;
   return all;
 }
 
-}  // namespace detail
-
-// The step machine (see the head of this file).
-template <int64_t M, bool Direct, class Eval>
-rk_event rk_run(const rk_state &st, rk_request &req, Eval &&eval) {
+// The step machine for the pair M and N components (N = 0: any n).
+template <int64_t M, int N, bool Direct, class Eval, class More>
+rk_event rk_run_n(const rk_state &st, rk_request &req, const Eval &eval_in, const More &more_in) {
   using P = pair_k<M>;
-  using namespace detail;
-  const int64_t n = st.n;
-  int64_t *iw = st.iw;
-  double *rw = st.rw;
-  constexpr double expo = 1.0 / (P::q + 1);
+  // Copies of the evaluation and of the driver's test: what they capture
+  // stays in this frame, out of reach of the user's calls.
+  Eval eval = eval_in;
+  More more = more_in;
+  const int64_t n = N ? N : st.n;
+  int64_t *const iw = st.iw;
+  double *const rw = st.rw;
+  // The arrays' parts (rk_state's layout), computed once.
+  double *const thresh = rw + rwsav_header, *const y = thresh + n, *const yp = y + n, *const yold = yp + n,
+                *const ytmp = yold + n, *const ymax = ytmp + n, *const ynew = ymax + n, *const k0 = ynew + n;
+  // The assessment's parts (only with errass): ysec, ypsec, ysnew, rms, ksec.
+  auto sec = [&](int part) { return k0 + (P::s + part) * n; };
   constexpr rk_event wait = Direct ? rk_event::stopped : rk_event::eval;
   constexpr rk_event wait_ga = Direct ? rk_event::stopped : rk_event::eval_ga;
   (void)eval;
+  (void)more;
   // An evaluation the machine waits for in the given phase: true when it has
   // been made here and the machine goes on.
-  auto ask = [&](int64_t waiting, double t, const double *y, double *yp) -> bool {
+  auto ask = [&](int64_t waiting, double t, const double *yy, double *yyp) -> bool {
+    int64_t status = 0;
     if constexpr (Direct) {
-      if ((req.status = eval(t, y, yp)) == 0) return true;
+      status = eval(t, yy, yyp);
+      if (status == 0) return true;
     }
-    req = {t, y, yp, 0.0, 0};
+    req = {t, yy, yyp, 0.0, status};
     iw[iw_phase] = waiting;
     return false;
   };
@@ -291,17 +288,27 @@ rk_event rk_run(const rk_state &st, rk_request &req, Eval &&eval) {
     iw[iw_phase] = ph_idle;
     return ev;
   };
+  // A step is complete: the callback machine goes straight on to the next
+  // one while its driver wants more (the driver would only call it again).
+  auto step_done = [&]() -> bool {
+    iw[iw_phase] = ph_idle;
+    if constexpr (Direct) {
+      return !more();
+    } else {
+      return true;
+    }
+  };
   int from = 1;
   int64_t phase = iw[iw_phase];
   for (;;) {
     switch (phase) {
       case ph_idle:
         if (!iw[iw_have_yp]) {
-          if (!ask(ph_yp0, rw[rw_t], st.y(), st.yp())) return wait;
+          if (!ask(ph_yp0, rw[rw_t], y, yp)) return wait;
           phase = ph_yp0;
           continue;
         }
-        std::copy(st.yp(), st.yp() + n, st.k(0));
+        copy_n<N>(yp, n, k0);
         iw[iw_rejects] = 0;
         phase = ph_attempt;
         continue;
@@ -311,25 +318,25 @@ rk_event rk_run(const rk_state &st, rk_request &req, Eval &&eval) {
         ++iw[iw_budget];
         iw[iw_have_yp] = 1;
         if (iw[iw_errass]) {
-          std::copy(st.y(), st.y() + n, st.ysec());
-          std::copy(st.yp(), st.yp() + n, st.ypsec());
+          copy_n<N>(y, n, sec(0));
+          copy_n<N>(yp, n, sec(1));
         }
         if (rw[rw_h] != 0.0) {
-          std::copy(st.yp(), st.yp() + n, st.k(0));
+          copy_n<N>(yp, n, k0);
           iw[iw_rejects] = 0;
           phase = ph_attempt;
           continue;
         }
         // Initial step: a first guess from |y0| and |f0|, and a trial point.
-        const double d0 = rk_weighted_max(st, st.y(), st.y());
-        const double d1 = rk_weighted_max(st, st.yp(), st.y());
+        const double d0 = rk_weighted_max(st, y, y);
+        const double d1 = rk_weighted_max(st, yp, y);
         const double range = std::fabs(rw[rw_target] - rw[rw_t]);
         double h0 = (d0 < 1e-5 || d1 < 1e-5) ? 1e-6 * range : 0.01 * d0 / d1;
         h0 = std::min(h0, range);
         h0 = std::max(h0, 2.0 * rk_hmin(st, rw[rw_t]));
         rw[rw_hnext] = h0;
-        for (int64_t m = 0; m < n; ++m) st.ytmp()[m] = st.y()[m] + rw[rw_dir] * h0 * st.yp()[m];
-        if (!ask(ph_hinit, rw[rw_t] + rw[rw_dir] * h0, st.ytmp(), st.k(1))) return wait;
+        for (int64_t m = 0; m < n; ++m) ytmp[m] = y[m] + rw[rw_dir] * h0 * yp[m];
+        if (!ask(ph_hinit, rw[rw_t] + rw[rw_dir] * h0, ytmp, k0 + n)) return wait;
         phase = ph_hinit;
         continue;
       }
@@ -338,23 +345,23 @@ rk_event rk_run(const rk_state &st, rk_request &req, Eval &&eval) {
         ++iw[iw_nfcn];
         ++iw[iw_budget];
         const double h0 = rw[rw_hnext];
-        for (int64_t m = 0; m < n; ++m) st.ytmp()[m] = (st.k(1)[m] - st.yp()[m]) / h0;
-        const double d2 = rk_weighted_max(st, st.ytmp(), st.y());
-        const double d1 = rk_weighted_max(st, st.yp(), st.y());
+        for (int64_t m = 0; m < n; ++m) ytmp[m] = (k0[n + m] - yp[m]) / h0;
+        const double d2 = rk_weighted_max(st, ytmp, y);
+        const double d1 = rk_weighted_max(st, yp, y);
         const double dm = std::max(d1, d2);
         double h1 = dm <= 1e-15 ? std::max(1e-6, h0 * 1e-3) : std::pow(rw[rw_tol] / dm, 1.0 / (P::p + 1));
         if (!(h1 > 0.0)) h1 = h0;
         double h = std::min(100.0 * h0, h1);
         h = std::min(h, std::fabs(rw[rw_target] - rw[rw_t]));
         rw[rw_h] = rw[rw_dir] * h;
-        std::copy(st.yp(), st.yp() + n, st.k(0));
+        copy_n<N>(yp, n, k0);
         iw[iw_rejects] = 0;
         phase = ph_attempt;
         continue;
       }
 
       case ph_attempt:
-        rw[rw_h] = clip(st, rw[rw_h]);
+        rw[rw_h] = clip(iw, rw, rw[rw_h]);
         from = 1;
         phase = ph_stages;
         continue;
@@ -368,62 +375,61 @@ rk_event rk_run(const rk_state &st, rk_request &req, Eval &&eval) {
 
       case ph_stages: {
         const double h = rw[rw_h];
-        if (!run_stages<P, Direct, false>(st, from, st.y(), st.k(0), h, rw[rw_t], req, eval)) return wait;
+        if (!run_stages<P, N, Direct, false>(iw, n, from, y, k0, ytmp, h, rw[rw_t], req, eval)) return wait;
         // All stages: the estimate decides.
-        const double err = finish_attempt<P>(st.y(), st.k(0), st.ytmp(), st.thresh(), n, h, st.ynew());
+        const double err = finish_attempt<P, N>(y, k0, ytmp, thresh, n, h, ynew);
         const double tol = rw[rw_tol];
         rw[rw_err] = err;
         if (!(err <= tol)) {
           ++iw[iw_fails];
           ++iw[iw_rejects];
-          double r = std::isfinite(err) ? safety * std::pow(tol / err, expo) : shrink_min;
+          double r = std::isfinite(err) ? safety * step_root<P::q + 1>(tol / err) : shrink_min;
           r = std::clamp(r, shrink_min, safety);
           if (iw[iw_rejects] >= 2) r = std::min(r, shrink_second);
           const double hn = h * r;
           const double hmin = rk_hmin(st, rw[rw_t]);
           if (std::fabs(hn) < hmin) {
             rw[rw_hnext] = hn;
-            req = {rw[rw_t], st.y(), nullptr, hmin, 0};
+            req = {rw[rw_t], y, nullptr, hmin, 0};
             return finished(rk_event::too_small);
           }
           rw[rw_h] = hn;
           phase = ph_attempt;
           continue;
         }
-        // Accept.  (tol/err)^expo is needed only below the growth limit:
-        // 0.8 x^expo < 4 exactly when x < 5^(q+1).
+        // Accept.  (tol/err)^(1/(q+1)) is needed only below the growth limit:
+        // 0.8 x^(1/(q+1)) < 4 exactly when x < 5^(q+1).
         constexpr double grow_cut = [] {
           double g = 5.0;
           for (int k = 0; k < P::q; ++k) g *= 5.0;
           return g;
         }();
         const double x = tol / err;
-        double r = !(x < grow_cut) ? grow_max : safety * std::pow(x, expo);
+        double r = !(x < grow_cut) ? grow_max : safety * step_root<P::q + 1>(x);
         r = std::min(r, iw[iw_rejects] > 0 ? 1.0 : grow_max);
         const bool cut = iw[iw_last_cut] != 0;
-        iw[iw_hit_target] = std::fabs(rw[rw_target] - rw[rw_t]) == std::fabs(h);
-        rw[rw_told] = rw[rw_t];
+        const double t = rw[rw_t], target = rw[rw_target];
+        const bool hit = std::fabs(target - t) == std::fabs(h);
+        iw[iw_hit_target] = hit;
+        rw[rw_told] = t;
         rw[rw_hlast] = h;
-        const double tnew = iw[iw_hit_target] ? rw[rw_target] : rw[rw_t] + h;
+        const double tnew = hit ? target : t + h;
         rw[rw_t] = tnew;
         // Do not let a step shortened to reach the target shrink the next one.
         const double hprop = cut ? std::max(std::fabs(h * r), std::fabs(rw[rw_hnext])) : std::fabs(h * r);
-        rw[rw_hnext] = rw[rw_dir] * hprop;
-        rw[rw_h] = rw[rw_hnext];
+        const double hnext = rw[rw_dir] * hprop;
+        rw[rw_hnext] = hnext;
+        rw[rw_h] = hnext;
         ++iw[iw_steps];
         if (cut) ++iw[iw_cuts];
-        double *y = st.y(), *yold = st.yold();
-        const double *ynew = st.ynew();
-        for (int64_t m = 0; m < n; ++m) {
-          yold[m] = y[m];
-          y[m] = ynew[m];
-        }
+        copy_n<N>(y, n, yold);
+        copy_n<N>(ynew, n, y);
         if constexpr (P::fsal) {
-          std::copy(st.k(P::s - 1), st.k(P::s - 1) + n, st.yp());
+          copy_n<N>(k0 + (P::s - 1) * n, n, yp);
           phase = ph_accepted;
           continue;
         } else {
-          if (!ask(ph_ynew, tnew, st.y(), st.yp())) return wait;
+          if (!ask(ph_ynew, tnew, y, yp)) return wait;
           phase = ph_ynew;
           continue;
         }
@@ -436,22 +442,23 @@ rk_event rk_run(const rk_state &st, rk_request &req, Eval &&eval) {
         continue;
 
       case ph_accepted: {
-        // Stiffness: the difference of two stages.
+        // Stiffness: the difference of two stages, compared in squares
+        // (rw_lambda holds the square of the estimate).
         const double h = rw[rw_hlast];
-        double dk = 0.0, dy = 0.0;
-        stiff_sums<P>(st.k(0), n, h, dk, dy);
-        dk = std::sqrt(dk);
-        dy = std::sqrt(dy);
+        double dk2 = 0.0, dy2 = 0.0;
+        stiff_sums<P, N>(k0, n, h, dk2, dy2);
         bool limited = false;
-        if (dy * 1e10 >= dk && dy > 0.0) {
-          const double lambda = dk / dy, prev = rw[rw_lambda];
-          const bool trusted = prev > 0.0 && lambda >= 0.2 * prev && lambda <= 5.0 * prev;
-          rw[rw_lambda] = lambda;
-          limited = trusted && std::fabs(h) * lambda >= 0.9 * P::radius;
+        if (dy2 * 1e20 >= dk2 && dy2 > 0.0) {
+          const double lambda2 = dk2 / dy2, prev2 = rw[rw_lambda];
+          const bool trusted = prev2 > 0.0 && lambda2 >= 0.04 * prev2 && lambda2 <= 25.0 * prev2;
+          rw[rw_lambda] = lambda2;
+          constexpr double bound2 = (0.9 * P::radius) * (0.9 * P::radius);
+          limited = trusted && (h * h) * lambda2 >= bound2;
         } else {
           rw[rw_lambda] = 0.0;
         }
-        iw[iw_stiff_state] = (iw[iw_stiff_state] & stiff_seen) | (limited ? int64_t{stiff_limited} : int64_t{0});
+        const int64_t state = iw[iw_stiff_state];
+        iw[iw_stiff_state] = (state & stiff_seen) | (limited ? int64_t{stiff_limited} : int64_t{0});
         if (limited) {
           if (++iw[iw_stiff] >= rk_stiff_steps) {
             const double rest = std::fabs(rw[rw_tend] - rw[rw_t]);
@@ -464,10 +471,12 @@ rk_event rk_run(const rk_state &st, rk_request &req, Eval &&eval) {
         } else if (iw[iw_stiff] > 0) {
           iw[iw_stiff] = 0;
         }
-        double *ym = st.ymax();
-        const double *y = st.y();
-        for (int64_t m = 0; m < n; ++m) ym[m] = std::max(ym[m], std::fabs(y[m]));
-        if (!iw[iw_errass]) return finished(rk_event::step_done);
+        for (int64_t m = 0; m < n; ++m) ymax[m] = std::max(ymax[m], std::fabs(y[m]));
+        if (!iw[iw_errass]) {
+          if (step_done()) return rk_event::step_done;
+          phase = ph_idle;
+          continue;
+        }
         // The assessment: two half steps from ysec at told.
         rw[rw_tsec] = rw[rw_told];
         iw[iw_spare] = 0;  // which half
@@ -476,7 +485,7 @@ rk_event rk_run(const rk_state &st, rk_request &req, Eval &&eval) {
       }
 
       case ph_sec_half:
-        std::copy(st.ypsec(), st.ypsec() + n, st.ksec(0));
+        copy_n<N>(sec(1), n, sec(4));
         from = 1;
         phase = ph_sec_stages;
         continue;
@@ -489,21 +498,22 @@ rk_event rk_run(const rk_state &st, rk_request &req, Eval &&eval) {
 
       case ph_sec_stages: {
         const double hs = 0.5 * rw[rw_hlast];
-        if (!run_stages<P, Direct, true>(st, from, st.ysec(), st.ksec(0), hs, rw[rw_tsec], req, eval))
+        double *const ysec = sec(0), *const ypsec = sec(1), *const ysnew = sec(2), *const ksec = sec(4);
+        if (!run_stages<P, N, Direct, true>(iw, n, from, ysec, ksec, ytmp, hs, rw[rw_tsec], req, eval))
           return wait_ga;
-        const double err = finish_attempt<P>(st.ysec(), st.ksec(0), st.ytmp(), st.thresh(), n, hs, st.ysnew());
+        const double err = finish_attempt<P, N>(ysec, ksec, ytmp, thresh, n, hs, ysnew);
         if (!(err <= rw[rw_tol]) && !(err <= rw[rw_err])) {
           rw[rw_tsec] = rw[rw_told];
           return finished(iw[iw_ga_steps] == 0 ? rk_event::ga_start : rk_event::ga_later);
         }
-        std::copy(st.ysnew(), st.ysnew() + n, st.ysec());
+        copy_n<N>(ysnew, n, ysec);
         rw[rw_tsec] = iw[iw_spare] == 0 ? rw[rw_tsec] + hs : rw[rw_t];
         if constexpr (P::fsal) {
-          std::copy(st.ksec(P::s - 1), st.ksec(P::s - 1) + n, st.ypsec());
+          copy_n<N>(ksec + (P::s - 1) * n, n, ypsec);
           phase = ph_sec_done;
           continue;
         } else {
-          if (!ask(ph_sec_ynew, rw[rw_tsec], st.ysec(), st.ypsec())) return wait_ga;
+          if (!ask(ph_sec_ynew, rw[rw_tsec], ysec, ypsec)) return wait_ga;
           phase = ph_sec_ynew;
           continue;
         }
@@ -521,10 +531,10 @@ rk_event rk_run(const rk_state &st, rk_request &req, Eval &&eval) {
           continue;
         }
         // Both halves done: ysec is at t; compare.
-        const double *y = st.y(), *ys = st.ysec(), *th = st.thresh();
-        double *rms = st.rms();
+        const double *ys = sec(0);
+        double *rms = sec(3);
         for (int64_t m = 0; m < n; ++m) {
-          const double e = std::fabs(y[m] - ys[m]) / std::max(std::fabs(y[m]), th[m]);
+          const double e = std::fabs(y[m] - ys[m]) / std::max(std::fabs(y[m]), thresh[m]);
           rms[m] += e * e;
           if (e > rw[rw_errmax]) {
             rw[rw_errmax] = e;
@@ -532,7 +542,9 @@ rk_event rk_run(const rk_state &st, rk_request &req, Eval &&eval) {
           }
         }
         ++iw[iw_ga_steps];
-        return finished(rk_event::step_done);
+        if (step_done()) return rk_event::step_done;
+        phase = ph_idle;
+        continue;
       }
 
       default:
@@ -541,14 +553,36 @@ rk_event rk_run(const rk_state &st, rk_request &req, Eval &&eval) {
   }
 }
 
-// rk_run for the pair of the arrays.
+}  // namespace detail
+
+// The step machine (see the head of this file) for the pair of the arrays.
+// The callback machine (Direct) goes on to the next step while more()
+// is true, so that a range integration stays inside it.
+template <bool Direct, class Eval, class More>
+inline rk_event rk_run(const rk_state &st, rk_request &req, Eval &&eval, More &&more) {
+  using namespace detail;
+#define ZEM_RK_CALL(M, N) return rk_run_n<M, N, Direct>(st, req, eval, more)
+#define ZEM_RK_BY_N(M)                  \
+  switch (st.n) {                       \
+    case 1: ZEM_RK_CALL(M, 1);          \
+    case 2: ZEM_RK_CALL(M, 2);          \
+    case 3: ZEM_RK_CALL(M, 3);          \
+    case 4: ZEM_RK_CALL(M, 4);          \
+    default: ZEM_RK_CALL(M, 0);         \
+  }
+  switch (st.iw[iw_method]) {
+    case rk23: ZEM_RK_BY_N(rk23)
+    case rk45: ZEM_RK_BY_N(rk45)
+    default: ZEM_RK_BY_N(rk78)
+  }
+#undef ZEM_RK_BY_N
+#undef ZEM_RK_CALL
+}
+
+// One step at a time.
 template <bool Direct, class Eval>
 inline rk_event rk_run(const rk_state &st, rk_request &req, Eval &&eval) {
-  switch (st.iw[iw_method]) {
-    case rk23: return rk_run<rk23, Direct>(st, req, eval);
-    case rk45: return rk_run<rk45, Direct>(st, req, eval);
-    default: return rk_run<rk78, Direct>(st, req, eval);
-  }
+  return rk_run<Direct>(st, req, eval, [] { return false; });
 }
 
 }  // namespace zem::d02

@@ -10,6 +10,15 @@ Draws, for every problem, the error at tend against function evaluations and
 against time (docs/d02-work-precision-<problem>.png, python3-matplotlib), and
 prints the figures as a Markdown table (evaluations and microseconds to reach
 each tolerance's error) for docs/benchmarks.md.
+
+    python3 tools/d02_work_precision.py --overhead before.json after.json
+
+prints the per-evaluation table of docs/benchmarks.md from two runs of the
+same bench binary (the harmonic oscillator at tol 1e-12, where the user
+function costs nothing), one against the library before a change and one
+after it (LD_LIBRARY_PATH): evaluations, median microseconds before and
+after, nanoseconds per evaluation and per step after, and the ratio per
+evaluation to the best peer of the same order in the same run.
 """
 import json
 import sys
@@ -27,7 +36,48 @@ STYLE = {
 }
 
 
+# Evaluations per step of each solver (new evaluations: first-same-as-last
+# pairs reuse their last stage), and the peers of the same order.
+PER_STEP = {"zem_rk45": 7, "zem_rk78": 13, "boost_dopri5": 6, "boost_fehlberg78": 13, "gsl_rk8pd": 13,
+            "gsl_rkf45": 6}
+PEERS = {"zem_rk45": ["boost_dopri5", "gsl_rkf45"], "zem_rk78": ["boost_fehlberg78", "gsl_rk8pd"]}
+
+
+def medians(path):
+    """solver -> (evaluations, median processor microseconds) at harmonic/1e-12."""
+    out = {}
+    for b in json.load(open(path))["benchmarks"]:
+        if b.get("run_type") == "aggregate" and b.get("aggregate_name") != "median":
+            continue
+        prob, solver, tol = b.get("run_name", b["name"]).split("/")[:3]
+        if prob == "harmonic" and float(tol) == 1e-12:
+            out[solver] = (int(b["fevals"]), b["cpu_time"])
+    return out
+
+
+def overhead(before_path, after_path):
+    before, after = medians(before_path), medians(after_path)
+    per_eval = {s: 1e3 * us / ev for s, (ev, us) in after.items()}
+    print("| solver | evaluations | us before | us after | ns per evaluation after | ns per step after "
+          "| ratio per evaluation to the best peer of its order (before) |")
+    print("|---|---|---|---|---|---|---|")
+    for s in ["zem_rk78", "boost_fehlberg78", "gsl_rk8pd", "zem_rk45", "boost_dopri5", "gsl_rkf45"]:
+        if s not in after:
+            continue
+        ev, us = after[s]
+        ratio = ""
+        if s in PEERS:
+            best = min(per_eval[p] for p in PEERS[s] if p in after)
+            best_b = min(1e3 * before[p][1] / before[p][0] for p in PEERS[s] if p in before)
+            ratio = f"{per_eval[s] / best:.2f} ({1e3 * before[s][1] / before[s][0] / best_b:.2f})"
+        ub = f"{before[s][1]:.1f}" if s in before else "-"
+        print(f"| {s} | {ev} | {ub} | {us:.1f} | {per_eval[s]:.1f} | {per_eval[s] * PER_STEP[s]:.0f} | {ratio} |")
+
+
 def main():
+    if sys.argv[1] == "--overhead":
+        overhead(sys.argv[2], sys.argv[3])
+        return
     data = json.load(open(sys.argv[1]))
     outdir = sys.argv[2]
     runs = defaultdict(lambda: defaultdict(list))  # problem -> solver -> rows

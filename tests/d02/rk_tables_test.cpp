@@ -8,14 +8,19 @@
 // coefficients are 18-digit rational approximations, are below 1e-16.  Each
 // pair must also fail some condition of order p + 1 (its order is exactly p),
 // and the rows of a must sum to the nodes.
+//
+// The step machine's root x^(1/K) (d02/rk_root.h), against closed forms.
 #include <gmpxx.h>
 #include <gtest/gtest.h>
 
 #include <algorithm>
+#include <cmath>
+#include <limits>
 #include <functional>
 #include <span>
 #include <vector>
 
+#include "d02/rk_root.h"
 #include "d02/rk_tables.h"
 
 namespace {
@@ -195,6 +200,33 @@ TEST(D02Tables, ContinuousExtension) {
     EXPECT_EQ(slope0, i == 0 ? 1 : 0);
     EXPECT_EQ(slope1, i == s - 1 ? 1 : 0);
   }
+}
+
+// x = (v 2^s)^K is exact for v = j/16, j <= 64, so its root is v 2^s; the
+// v cover every part of the mantissa's table and the exponents every
+// residue b mod K.  Four units in the last place at most; zero and numbers
+// below 2^-1000 give zero.
+template <int K>
+void check_root() {
+  SCOPED_TRACE(K);
+  for (int j = 1; j <= 64; ++j)
+    for (int s = -30; s <= 30; s += 1) {
+      const double v = std::ldexp(j / 16.0, s);
+      double x = 1.0;
+      for (int k = 0; k < K; ++k) x *= v;
+      const double r = zem::d02::step_root<K>(x);
+      ASSERT_LE(std::fabs(r - v), 4 * std::numeric_limits<double>::epsilon() * v) << j << " " << s;
+    }
+  EXPECT_EQ(zem::d02::step_root<K>(0.0), 0.0);
+  EXPECT_EQ(zem::d02::step_root<K>(std::ldexp(1.0, -1001)), 0.0);
+  EXPECT_NEAR(zem::d02::step_root<K>(std::ldexp(1.0, 1000)), std::ldexp(1.0, 1000 / K) * std::exp2((1000 % K) / double(K)),
+              1e-15 * std::ldexp(1.0, 1000 / K + 1));
+}
+
+TEST(D02Tables, StepSizeRoot) {
+  check_root<3>();
+  check_root<5>();
+  check_root<8>();
 }
 
 }  // namespace

@@ -359,6 +359,36 @@ TEST(D02Lifecycle, Rules) {
   }
 }
 
+// A stop asked for during a stage, during the first evaluation and during
+// the initial step's trial evaluation is reported with the user's flag, by
+// both callback integrators and for every pair, and ends the problem.
+void stop_at_call(double t, int64_t n, const double y[], double yp[], Zem_Comm *comm) {
+  harmonic(t, n, y, yp, comm);
+  if (--*static_cast<int *>(comm->p) == 0) comm->flag = 7;
+}
+
+TEST(D02Lifecycle, UserStopReportsTheFlag) {
+  const Problem &p = problems[0];
+  for (int m = 0; m < 3; ++m)
+    for (int at : {1, 2, 6})
+      for (bool range : {true, false}) {
+        SCOPED_TRACE(std::to_string(m) + " " + std::to_string(at) + " " + std::to_string(range));
+        Solver r(p, methods[m], 1e-6);
+        int left = at;
+        Zem_Comm comm = ZEM_COMM_INIT;
+        comm.p = &left;
+        double t, y[2], yp[2], ym[2];
+        if (range)
+          d02pec(stop_at_call, 2, p.tend, &t, y, yp, ym, &comm, r.iw, r.rw.data(), &r.fail);
+        else
+          d02pfc(stop_at_call, 2, &t, y, yp, &comm, r.iw, r.rw.data(), &r.fail);
+        EXPECT_EQ(r.fail.code, NE_USER_STOP);
+        EXPECT_NE(std::string(r.fail.message).find("user flag value = 7."), std::string::npos) << r.fail.message;
+        d02pfc(harmonic, 2, &t, y, yp, nullptr, r.iw, r.rw.data(), &r.fail);
+        EXPECT_NE(r.fail.code, NE_NOERROR);
+      }
+}
+
 // ---- Reverse communication and threads ---------------------------------
 TEST(D02ReverseCommunication, SameStepsAsTheCallbackIntegrator) {
   const Problem &p = problems[2];  // Kepler, e = 0.9
