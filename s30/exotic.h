@@ -29,6 +29,13 @@ struct dual {
   dual() = default;
   dual(double x) : v(x) {}  // NOLINT: a constant
 };
+
+// d f where the derivative d is 0: 0 whatever f, also infinite.  At the
+// ends of the accepted ranges a value may leave the double range (2(r - q)/
+// sigma^2 with sigma near 2^-511) while a derivative it multiplies is 0 by
+// construction (the derivative of a constant, or with respect to an input
+// the value does not depend on); the product is then 0, not inf * 0.
+inline double dmul(double d, double f) { return d == 0.0 ? 0.0 : d * f; }
 inline double val(double x) { return x; }
 inline double val(const dual &x) { return x.v; }
 
@@ -52,14 +59,14 @@ inline dual operator-(const dual &a) {
 }
 inline dual operator*(const dual &a, const dual &b) {
   dual r(a.v * b.v);
-  for (int k = 0; k < 4; ++k) r.g[k] = a.g[k] * b.v + a.v * b.g[k];
-  r.h = a.h * b.v + 2.0 * a.g[0] * b.g[0] + a.v * b.h;
+  for (int k = 0; k < 4; ++k) r.g[k] = dmul(a.g[k], b.v) + dmul(b.g[k], a.v);
+  r.h = dmul(a.h, b.v) + 2.0 * dmul(a.g[0], b.g[0]) + dmul(b.h, a.v);
   return r;
 }
 inline dual operator/(const dual &a, const dual &b) {
   dual r(a.v / b.v);
-  for (int k = 0; k < 4; ++k) r.g[k] = (a.g[k] - r.v * b.g[k]) / b.v;
-  r.h = (a.h - 2.0 * r.g[0] * b.g[0] - r.v * b.h) / b.v;
+  for (int k = 0; k < 4; ++k) r.g[k] = (a.g[k] - dmul(b.g[k], r.v)) / b.v;
+  r.h = (a.h - 2.0 * dmul(r.g[0], b.g[0]) - dmul(b.h, r.v)) / b.v;
   return r;
 }
 inline dual operator+(const dual &a, double b) { return a + dual(b); }
@@ -68,24 +75,19 @@ inline dual operator-(const dual &a, double b) { return a - dual(b); }
 inline dual operator-(double a, const dual &b) { return dual(a) - b; }
 inline dual operator*(const dual &a, double b) {
   dual r(a.v * b);
-  for (int k = 0; k < 4; ++k) r.g[k] = a.g[k] * b;
-  r.h = a.h * b;
+  for (int k = 0; k < 4; ++k) r.g[k] = dmul(a.g[k], b);
+  r.h = dmul(a.h, b);
   return r;
 }
-inline dual operator*(double a, const dual &b) {
-  dual r(a * b.v);
-  for (int k = 0; k < 4; ++k) r.g[k] = a * b.g[k];
-  r.h = a * b.h;
-  return r;
-}
+inline dual operator*(double a, const dual &b) { return b * a; }
 inline dual operator/(const dual &a, double b) { return a / dual(b); }
 inline dual operator/(double a, const dual &b) { return dual(a) / b; }
 
 // f(a) with f' = f1 and f'' = f2 at a.v.
 inline dual chain(const dual &a, double f, double f1, double f2) {
   dual r(f);
-  for (int k = 0; k < 4; ++k) r.g[k] = f1 * a.g[k];
-  r.h = f1 * a.h + f2 * a.g[0] * a.g[0];
+  for (int k = 0; k < 4; ++k) r.g[k] = dmul(a.g[k], f1);
+  r.h = dmul(a.h, f1) + dmul(a.g[0] * a.g[0], f2);
   return r;
 }
 
@@ -271,9 +273,13 @@ inline double exp_ndiff(double ex, double b, double w) {
 // (Phi(g) - Phi(g + dl)) - expm1(al) Phi(g + dl), each part to full
 // relative accuracy; beyond, e^{al} differs from 1 by a factor, and the
 // direct form is as good.
+// The direct form is kept wherever its two terms differ by 40% of the
+// larger or more (it then loses at most a factor 2.5 to cancellation), so
+// that the integral is formed only where it is needed.
 inline double mirror_gap(double g, double dl, double al) {
-  if (std::fabs(al) <= 1.0) return -exp_ndiff(0.0, g, dl) - std::expm1(al) * (0.5 * std::erfc(-(g + dl) * c));
-  return 0.5 * std::erfc(-g * c) - exp_phi(al, g + dl);
+  const double a = 0.5 * std::erfc(-g * c), b = exp_phi(al, g + dl);
+  if (std::fabs(al) > 1.0 || std::fabs(a - b) >= 0.4 * std::fmax(a, b)) return a - b;
+  return -exp_ndiff(0.0, g, dl) - std::expm1(al) * (0.5 * std::erfc(-(g + dl) * c));
 }
 
 // mirror_gap(g) - mirror_gap(g + w) for |al| <= 1 (the caller checks):

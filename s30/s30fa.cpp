@@ -1,11 +1,10 @@
 // s30fa: single-barrier options in the Black-Scholes-Merton model, for m
 // strikes and n expiries, with a rebate.  With b = r - q, v = sigma sqrt(t),
 // mu = (b - sigma^2/2)/sigma^2, lambda = sqrt(mu^2 + 2r/sigma^2),
-// L = ln h - ln s (the logarithms taken separately, as in s30aa), and the
-// drift term t (b + sigma^2/2) of s30aa:
+// L = ln(h/s), and the drift term t (b + sigma^2/2) of s30aa:
 //
-//   x1 = (ln s - ln x + drift)/v    x2 = (-L + drift)/v
-//   y1 = (2L + ln s - ln x + drift)/v    y2 = (L + drift)/v
+//   x1 = (ln(s/x) + drift)/v    x2 = (-L + drift)/v
+//   y1 = (2L + ln(s/x) + drift)/v    y2 = (L + drift)/v
 //   z  = L/v + lambda v
 //
 // and, with e = +1 (call) or -1 (put), n = +1 (down) or -1 (up):
@@ -25,9 +24,14 @@
 // Each power of h/s is joined to the Normal probability it multiplies
 // before either is formed (exp_phi, s30/exotic.h), so that neither an
 // overflowing power nor an underflowing probability spoils the product.
-// A price that is a difference of such terms keeps the absolute accuracy
-// of its largest term (docs/s30fa.md); a price below zero by rounding is
-// returned as 0.
+// Where the terms cancel (a spot or a strike near the barrier, short
+// expiries, small volatilities) the price is formed from differences: the
+// ratios ln(s/x), ln(h/s), ln(h/x) by log1p where near 1, the knock-out
+// beside its mirror image as a gap (mirror_gap), a corridor of strikes by
+// the reflection identity as one integral (strike_gap), and of two exact
+// arrangements of a price the one with the smaller parts (docs/s30fa.md
+// gives the regions and the accuracy reached in each); a price below zero
+// by rounding is returned as 0.
 // Sources: R. C. Merton, Theory of rational option pricing, Bell J.
 // Economics and Management Science 4 (1973) 141-183 (the down-and-out
 // call); M. Rubinstein and E. Reiner, Breaking down the barriers, Risk 4(8)

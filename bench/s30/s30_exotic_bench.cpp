@@ -58,7 +58,7 @@ const grid G;
 // One product: our grid call (column-major, m = M strikes or minima by N
 // expiries into p) and the peer's instrument for element (i, j).
 using ours_fn = std::function<void(double *p)>;
-using peer_fn = std::function<std::shared_ptr<QuantLib::Instrument>(int64_t i, int64_t j)>;
+using peer_fn = std::function<QuantLib::ext::shared_ptr<QuantLib::Instrument>(int64_t i, int64_t j)>;
 
 struct product {
   const char *group, *ours, *peer;
@@ -71,16 +71,16 @@ QuantLib::Date expiry(int64_t j) { return today() + QuantLib::Period(G.days[j], 
 
 // The market both sides see.
 struct market {
-  std::shared_ptr<QuantLib::SimpleQuote> spot = std::make_shared<QuantLib::SimpleQuote>(S);
-  std::shared_ptr<QuantLib::BlackScholesMertonProcess> process;
+  QuantLib::ext::shared_ptr<QuantLib::SimpleQuote> spot = QuantLib::ext::make_shared<QuantLib::SimpleQuote>(S);
+  QuantLib::ext::shared_ptr<QuantLib::BlackScholesMertonProcess> process;
   market() {
     using namespace QuantLib;
     Settings::instance().evaluationDate() = today();
     const DayCounter dc = Actual365Fixed();
-    Handle<YieldTermStructure> rts(std::make_shared<FlatForward>(today(), R, dc, Continuous));
-    Handle<YieldTermStructure> qts(std::make_shared<FlatForward>(today(), Q, dc, Continuous));
-    Handle<BlackVolTermStructure> vts(std::make_shared<BlackConstantVol>(today(), NullCalendar(), SIGMA, dc));
-    process = std::make_shared<BlackScholesMertonProcess>(Handle<Quote>(spot), qts, rts, vts);
+    Handle<YieldTermStructure> rts(QuantLib::ext::make_shared<FlatForward>(today(), R, dc, Continuous));
+    Handle<YieldTermStructure> qts(QuantLib::ext::make_shared<FlatForward>(today(), Q, dc, Continuous));
+    Handle<BlackVolTermStructure> vts(QuantLib::ext::make_shared<BlackConstantVol>(today(), NullCalendar(), SIGMA, dc));
+    process = QuantLib::ext::make_shared<BlackScholesMertonProcess>(Handle<Quote>(spot), qts, rts, vts);
   }
 };
 market &mk() {
@@ -91,35 +91,35 @@ market &mk() {
 std::vector<product> products() {
   using namespace QuantLib;
   Zem_Fail *f = nullptr;  // errors are not expected on this grid
-  auto euro = std::make_shared<AnalyticEuropeanEngine>(mk().process);
-  auto lookback = std::make_shared<AnalyticContinuousFloatingLookbackEngine>(mk().process);
-  auto barrier = std::make_shared<AnalyticBarrierEngine>(mk().process);
-  auto american = std::make_shared<BjerksundStenslandApproximationEngine>(mk().process);
-  auto with = [](std::shared_ptr<Instrument> o, const std::shared_ptr<PricingEngine> &e) {
+  auto euro = QuantLib::ext::make_shared<AnalyticEuropeanEngine>(mk().process);
+  auto lookback = QuantLib::ext::make_shared<AnalyticContinuousFloatingLookbackEngine>(mk().process);
+  auto barrier = QuantLib::ext::make_shared<AnalyticBarrierEngine>(mk().process);
+  auto american = QuantLib::ext::make_shared<BjerksundStenslandApproximationEngine>(mk().process);
+  auto with = [](ext::shared_ptr<Instrument> o, const ext::shared_ptr<PricingEngine> &e) {
     o->setPricingEngine(e);
     return o;
   };
   auto bar = [=](Barrier::Type type) {
-    return [=](int64_t i, int64_t j) -> std::shared_ptr<Instrument> {
-      return with(std::make_shared<BarrierOption>(type, H_DOWN, K, std::make_shared<PlainVanillaPayoff>(Option::Call, G.x[i]),
-                                                  std::make_shared<EuropeanExercise>(expiry(j))),
+    return [=](int64_t i, int64_t j) -> ext::shared_ptr<Instrument> {
+      return with(QuantLib::ext::make_shared<BarrierOption>(type, H_DOWN, K, QuantLib::ext::make_shared<PlainVanillaPayoff>(Option::Call, G.x[i]),
+                                                  QuantLib::ext::make_shared<EuropeanExercise>(expiry(j))),
                   barrier);
     };
   };
   return {
       {"cash-or-nothing call", "s30cac", "QuantLib AnalyticEuropeanEngine",
        [=](double *p) { s30cac(Zem_ColMajor, Zem_Call, M, N, G.x.data(), S, G.t.data(), SIGMA, R, Q, K, p, M, f); },
-       [=](int64_t i, int64_t j) -> std::shared_ptr<Instrument> {
-         return with(std::make_shared<VanillaOption>(std::make_shared<CashOrNothingPayoff>(Option::Call, G.x[i], K),
-                                                     std::make_shared<EuropeanExercise>(expiry(j))),
+       [=](int64_t i, int64_t j) -> ext::shared_ptr<Instrument> {
+         return with(QuantLib::ext::make_shared<VanillaOption>(QuantLib::ext::make_shared<CashOrNothingPayoff>(Option::Call, G.x[i], K),
+                                                     QuantLib::ext::make_shared<EuropeanExercise>(expiry(j))),
                      euro);
        }},
       {"floating lookback call", "s30bac", "QuantLib AnalyticContinuousFloatingLookbackEngine",
        [=](double *p) { s30bac(Zem_ColMajor, Zem_Call, M, N, G.smin.data(), S, G.t.data(), SIGMA, R, Q, p, M, f); },
-       [=](int64_t i, int64_t j) -> std::shared_ptr<Instrument> {
-         return with(std::make_shared<ContinuousFloatingLookbackOption>(G.smin[i],
-                                                                        std::make_shared<FloatingTypePayoff>(Option::Call),
-                                                                        std::make_shared<EuropeanExercise>(expiry(j))),
+       [=](int64_t i, int64_t j) -> ext::shared_ptr<Instrument> {
+         return with(QuantLib::ext::make_shared<ContinuousFloatingLookbackOption>(G.smin[i],
+                                                                        QuantLib::ext::make_shared<FloatingTypePayoff>(Option::Call),
+                                                                        QuantLib::ext::make_shared<EuropeanExercise>(expiry(j))),
                      lookback);
        }},
       {"down-and-out call, h 80, rebate 1", "s30fac", "QuantLib AnalyticBarrierEngine",
@@ -134,9 +134,9 @@ std::vector<product> products() {
        bar(Barrier::DownIn)},
       {"American put (Bjerksund-Stensland 1993)", "s30qcc", "QuantLib BjerksundStenslandApproximationEngine",
        [=](double *p) { s30qcc(Zem_ColMajor, Zem_Put, M, N, G.x.data(), S, G.t.data(), SIGMA, R, Q, p, M, f); },
-       [=](int64_t i, int64_t j) -> std::shared_ptr<Instrument> {
-         return with(std::make_shared<VanillaOption>(std::make_shared<PlainVanillaPayoff>(Option::Put, G.x[i]),
-                                                     std::make_shared<AmericanExercise>(today(), expiry(j))),
+       [=](int64_t i, int64_t j) -> ext::shared_ptr<Instrument> {
+         return with(QuantLib::ext::make_shared<VanillaOption>(QuantLib::ext::make_shared<PlainVanillaPayoff>(Option::Put, G.x[i]),
+                                                     QuantLib::ext::make_shared<AmericanExercise>(today(), expiry(j))),
                      american);
        }},
   };
@@ -147,7 +147,7 @@ std::vector<product> products() {
 void add_product(const product &pr) {
   std::vector<double> ours(M * N);
   pr.run(ours.data());
-  std::vector<std::shared_ptr<QuantLib::Instrument>> peer;
+  std::vector<QuantLib::ext::shared_ptr<QuantLib::Instrument>> peer;
   double worst = 0;
   int64_t compared = 0;
   for (int64_t j = 0; j < N; ++j)
