@@ -16,6 +16,8 @@
 #include <cmath>
 #include <cstddef>
 #include <cstdint>
+#include <memory>
+#include <new>
 
 #include "frame/frame.h"
 #include "s15/error_functions.h"
@@ -212,6 +214,16 @@ inline expiry_terms per_expiry(double s, double t, double sigma, double r, doubl
   e.drift = t * ((r - q) + sigma * sigma / 2.0);
   e.vol = sigma * e.sqrt_t;
   return e;
+}
+
+// ln v(i) for i < m, in a new array (null where it cannot be allocated;
+// m >= 1 has been checked, and the size is checked here before it is formed).
+inline std::unique_ptr<double[]> logs_of(const double *v, int64_t m) {
+  std::unique_ptr<double[]> out(
+      static_cast<uint64_t>(m) <= PTRDIFF_MAX / sizeof(double) ? new (std::nothrow) double[m] : nullptr);
+  if (out)
+    for (int64_t i = 0; i < m; ++i) out[i] = std::log(v[i]);
+  return out;
 }
 
 }  // namespace zem::s30

@@ -6,7 +6,9 @@
 //   delta dp/ds, gamma d2p/ds2, vega dp/dsigma, theta -dp/dt (calendar time
 //   passing, sm held), rho dp/dr (q held).
 // r = q is refused, as this routine's interface documents (the published
-// sensitivities divide by r - q); s30ba prices it.
+// sensitivities divide by r - q); s30ba prices it.  Where a sensitivity is
+// not a number (only at the very ends of the accepted ranges) the routine
+// returns status 20 (NE_ACCURACY) with everything else written.
 #include "s30/s30bb.h"
 
 #include <cstdint>
@@ -23,6 +25,7 @@ inline constexpr zem::message s30bb_messages[] = {
       "where eps is the machine precision."},
      {"On entry, r = %s and q = %s", "Constraint: abs(r-q) > 10*eps*MAX(abs(r),1),",
       "where eps is the machine precision."}},
+    {20, 1038, NE_ACCURACY, {"Solution cannot be computed accurately. Check values of input arguments."}},
 };
 ZEM_REGISTER_MESSAGES(s30bb)
 
@@ -34,8 +37,13 @@ struct lookback_out {
   double *p, *delta, *gamma, *vega, *theta, *rho;
 };
 
+// Returns whether some sensitivity is not a number: at the very ends of
+// the accepted ranges (sigma near 2^-511, with the drift terms 2(r - q)/
+// sigma^2 beyond the double range) two infinite parts of a derivative may
+// meet.  The prices are numbers always.
 template <kind K>
-inline void lookback_greeks_grid(const grid_args &g, const double *lnsm, const lookback_out &o) {
+inline bool lookback_greeks_grid(const grid_args &g, const double *lnsm, const lookback_out &o) {
+  bool undefined = false;
   const layout L = make_layout(g.order, g.ld);
   dual s(g.s), sigma(g.sigma), r(g.r);
   s.g[0] = 1.0;
@@ -55,8 +63,11 @@ inline void lookback_greeks_grid(const grid_args &g, const double *lnsm, const l
       o.vega[at] = v.g[1];
       o.theta[at] = -v.g[3];
       o.rho[at] = v.g[2];
+      undefined |= std::isnan(v.g[0]) || std::isnan(v.h) || std::isnan(v.g[1]) || std::isnan(v.g[3]) ||
+                   std::isnan(v.g[2]);
     }
   }
+  return undefined;
 }
 
 }  // namespace zem::s30
@@ -78,10 +89,11 @@ ZEM_INTERNAL void s30bbfn_(engine_data *, const char *calput, const int64_t *m, 
   if (!lnsm) return zem::alloc_fail(ifail);
   for (int64_t i = 0; i < g.m; ++i) lnsm[i] = std::log(sm[i]);
   const lookback_out o{p, delta, gamma, vega, theta, rho};
-  if (g.type == kind::call)
-    lookback_greeks_grid<kind::call>(g, lnsm.get(), o);
-  else
-    lookback_greeks_grid<kind::put>(g, lnsm.get(), o);
+  const bool undefined = g.type == kind::call ? lookback_greeks_grid<kind::call>(g, lnsm.get(), o)
+                                              : lookback_greeks_grid<kind::put>(g, lnsm.get(), o);
+  // Every price and every other sensitivity stands; the status says that
+  // some sensitivity is NaN.
+  if (undefined) zem::fail(errbuf, ifail, 20, 1038);
 }
 
 ZEM_API void s30bbf_(const char *calput, const int64_t *m, const int64_t *n, const double *sm, const double *s,

@@ -17,12 +17,11 @@
 #include <memory>
 #include <new>
 
-#include "s30/grid.h"
+#include "s30/binary.h"
 
 inline constexpr zem::message s30ca_messages[] = {
     S30_GRID_ROWS,
-    {10, 1016, NE_REAL, {"On entry, k = %s.", "Constraint: k >= 0.0."}, {"On entry, k = %s", "Constraint: k >= 0.0."}},
-    {10, 1017, NE_REAL, {"On entry, k = %s.", "Constraint: k <= %s."}, {"On entry, k = %s", "Constraint: k <= %s."}},
+    S30_ROWS_K,
 };
 ZEM_REGISTER_MESSAGES(s30ca)
 
@@ -36,26 +35,7 @@ ZEM_INTERNAL void s30cafn_(engine_data *, const char *calput, const int64_t *m, 
   *ifail = 0;
   const grid_args g{read_kind(calput, calput_len), *m, *n, x, *s, t, *sigma, *r, *q, *ldp, *order};
   // k is checked after the shared arguments (ldp among them).
-  if (check_grid(g, true, calput, calput_len, errbuf, ifail)) return;
-  if (!(*k >= 0.0)) return zem::fail(errbuf, ifail, 10, 1016, *k);
-  if (!(*k <= hi)) return zem::fail(errbuf, ifail, 10, 1017, *k, hi);
-
-  std::unique_ptr<double[]> lnx(
-      static_cast<uint64_t>(g.m) <= PTRDIFF_MAX / sizeof(double) ? new (std::nothrow) double[g.m] : nullptr);
-  if (!lnx) return zem::alloc_fail(ifail);
-  for (int64_t i = 0; i < g.m; ++i) lnx[i] = std::log(x[i]);
-  const layout L = make_layout(g.order, g.ld);
-  const double lns = std::log(g.s);
-  const double sg = g.type == kind::call ? -1.0 : 1.0;
-  for (int64_t j = 0; j < g.n; ++j) {
-    const expiry_terms e = per_expiry(g.s, g.t[j], g.sigma, g.r, g.q);
-    const double hk = 0.5 * *k * e.dr;  // 0.5 k e^{-rt}
-    double *col = p + j * L.cj;
-    for (int64_t i = 0; i < g.m; ++i) {
-      const double d2 = (lns - lnx[i] + e.drift) / e.vol - e.vol;
-      col[i * L.ri] = hk * zem::s15::erfc(sg * d2 * c);
-    }
-  }
+  binary_grid(g, *k, calput, calput_len, errbuf, ifail, [p](const binary_point &b) { p[b.at] = b.price; });
 }
 
 ZEM_API void s30caf_(const char *calput, const int64_t *m, const int64_t *n, const double *x, const double *s,

@@ -19,12 +19,11 @@
 #include <memory>
 #include <new>
 
-#include "s30/grid.h"
+#include "s30/binary.h"
 
 inline constexpr zem::message s30cb_messages[] = {
     S30_GRID_ROWS,
-    {10, 1016, NE_REAL, {"On entry, k = %s.", "Constraint: k >= 0.0."}, {"On entry, k = %s", "Constraint: k >= 0.0."}},
-    {10, 1017, NE_REAL, {"On entry, k = %s.", "Constraint: k <= %s."}, {"On entry, k = %s", "Constraint: k <= %s."}},
+    S30_ROWS_K,
 };
 ZEM_REGISTER_MESSAGES(s30cb)
 
@@ -38,45 +37,30 @@ ZEM_INTERNAL void s30cbfn_(engine_data *, const char *calput, const int64_t *m, 
   using namespace zem::s30;
   *ifail = 0;
   const grid_args g{read_kind(calput, calput_len), *m, *n, x, *s, t, *sigma, *r, *q, *ldp, *order};
-  if (check_grid(g, true, calput, calput_len, errbuf, ifail)) return;
-  if (!(*k >= 0.0)) return zem::fail(errbuf, ifail, 10, 1016, *k);
-  if (!(*k <= hi)) return zem::fail(errbuf, ifail, 10, 1017, *k, hi);
-
-  std::unique_ptr<double[]> lnx(
-      static_cast<uint64_t>(g.m) <= PTRDIFF_MAX / sizeof(double) ? new (std::nothrow) double[g.m] : nullptr);
-  if (!lnx) return zem::alloc_fail(ifail);
-  for (int64_t i = 0; i < g.m; ++i) lnx[i] = std::log(x[i]);
-  const layout L = make_layout(g.order, g.ld);
-  const double lns = std::log(g.s);
-  const double sg = g.type == kind::call ? -1.0 : 1.0;  // erfc(sg d2 c) = 2 Phi(e d2)
-  const double e = -sg;
+  const double e = g.type == kind::call ? 1.0 : -1.0;
   const double b2 = (g.r - g.q) - g.sigma * g.sigma / 2.0;
-  for (int64_t j = 0; j < g.n; ++j) {
-    const expiry_terms et = per_expiry(g.s, g.t[j], g.sigma, g.r, g.q);
-    const double hk = 0.5 * *k * et.dr;  // 0.5 k e^{-rt}
-    const double kr = *k * et.dr;
-    for (int64_t i = 0; i < g.m; ++i) {
-      const int64_t at = i * L.ri + j * L.cj;
-      const double d2 = (lns - lnx[i] + et.drift) / et.vol - et.vol;
-      const double price = hk * zem::s15::erfc(sg * d2 * c);
-      p[at] = price;
-      const double ph = kr * inv_sqrt_2pi * std::exp(-0.5 * d2 * d2);  // K_r phi(d2)
-      double dl = 0, gm = 0, vg = 0, th = 0, rh = 0;
-      if (ph != 0.0) {
-        const double d1 = d2 + et.vol;
-        dl = e * ph / g.s / et.vol;
-        gm = -dl * d1 / g.s / et.vol;
-        vg = -e * ph * d1 / g.sigma;
-        th = -e * ph * (b2 / et.vol - d2 / (2.0 * et.t));
-        rh = e * ph * et.sqrt_t / g.sigma;
-      }
-      delta[at] = dl;
-      gamma[at] = gm;
-      vega[at] = vg;
-      theta[at] = g.r * price + th;
-      rho[at] = -et.t * price + rh;
+  binary_grid(g, *k, calput, calput_len, errbuf, ifail, [&](const binary_point &b) {
+    const expiry_terms &et = *b.e;
+    const double ph = b.kr * inv_sqrt_2pi * std::exp(-0.5 * b.d2 * b.d2);  // K_r phi(d2)
+    double dl = 0, gm = 0, vg = 0, th = 0, rh = 0;
+    if (ph != 0.0) {
+      // The products with ph are formed before the divisions by s and v,
+      // so that a quotient beyond the double range is an infinity of the
+      // right sign (or 0 with d1 = 0), never inf * 0.
+      const double d1 = b.d2 + et.vol;
+      dl = e * ph / g.s / et.vol;
+      gm = -e * (ph * d1) / g.s / et.vol / g.s / et.vol;
+      vg = -e * (ph * d1) / g.sigma;
+      th = -e * ph * (b2 / et.vol - b.d2 / (2.0 * et.t));
+      rh = e * ph * et.sqrt_t / g.sigma;
     }
-  }
+    p[b.at] = b.price;
+    delta[b.at] = dl;
+    gamma[b.at] = gm;
+    vega[b.at] = vg;
+    theta[b.at] = g.r * b.price + th;
+    rho[b.at] = -et.t * b.price + rh;
+  });
 }
 
 ZEM_API void s30cbf_(const char *calput, const int64_t *m, const int64_t *n, const double *x, const double *s,

@@ -1,11 +1,10 @@
 // s30fa: single-barrier options in the Black-Scholes-Merton model, for m
 // strikes and n expiries, with a rebate.  With b = r - q, v = sigma sqrt(t),
 // mu = (b - sigma^2/2)/sigma^2, lambda = sqrt(mu^2 + 2r/sigma^2),
-// L = ln h - ln s (the logarithms taken separately, as in s30aa), and the
-// drift term t (b + sigma^2/2) of s30aa:
+// L = ln(h/s), and the drift term t (b + sigma^2/2) of s30aa:
 //
-//   x1 = (ln s - ln x + drift)/v    x2 = (-L + drift)/v
-//   y1 = (2L + ln s - ln x + drift)/v    y2 = (L + drift)/v
+//   x1 = (ln(s/x) + drift)/v    x2 = (-L + drift)/v
+//   y1 = (2L + ln(s/x) + drift)/v    y2 = (L + drift)/v
 //   z  = L/v + lambda v
 //
 // and, with e = +1 (call) or -1 (put), n = +1 (down) or -1 (up):
@@ -25,9 +24,14 @@
 // Each power of h/s is joined to the Normal probability it multiplies
 // before either is formed (exp_phi, s30/exotic.h), so that neither an
 // overflowing power nor an underflowing probability spoils the product.
-// A price that is a difference of such terms keeps the absolute accuracy
-// of its largest term (docs/s30fa.md); a price below zero by rounding is
-// returned as 0.
+// Where the terms cancel (a spot or a strike near the barrier, short
+// expiries, small volatilities) the price is formed from differences: the
+// ratios ln(s/x), ln(h/s), ln(h/x) by log1p where near 1, the knock-out
+// beside its mirror image as a gap (mirror_gap), a corridor of strikes by
+// the reflection identity as one integral (strike_gap), and of two exact
+// arrangements of a price the one with the smaller parts (docs/s30fa.md
+// gives the regions and the accuracy reached in each); a price below zero
+// by rounding is returned as 0.
 // Sources: R. C. Merton, Theory of rational option pricing, Bell J.
 // Economics and Management Science 4 (1973) 141-183 (the down-and-out
 // call); M. Rubinstein and E. Reiner, Breaking down the barriers, Risk 4(8)
@@ -73,28 +77,95 @@ struct barrier_args {
   double h, k;
 };
 
-// One price; the terms are formed only where the case uses them.
-inline double barrier_price(kind K, barrier B, double lns, double lnx, double x, double L,
+// Of two exact arrangements p1 + p2 and q1 - q2 of one price, the one whose
+// parts are smaller (the less cancellation); at the ends of the accepted
+// ranges, where one arrangement holds an infinite part, the other.
+inline double smaller_parts(double p1, double p2, double q1, double q2) {
+  const double sp = std::fabs(p1) + std::fabs(p2), sq = std::fabs(q1) + std::fabs(q2);
+  return std::isfinite(sq) && !(sp <= sq) ? q1 - q2 : p1 + p2;
+}
+
+// One price; the terms are formed only where the case uses them, and the
+// pairs that cancel are formed as differences (see the head of the file).
+inline double barrier_price(kind K, barrier B, double lsx, double lhx, double x, double L, double rq,
                             const expiry_terms &e, double mu, double lam, const barrier_args &a) {
   const double ph = K == kind::call ? 1.0 : -1.0;
   const double eta = B == barrier::down_in || B == barrier::down_out ? 1.0 : -1.0;
   const double v = e.vol;
   const double xdr = x * e.dr;
-  // e s e^{-qt} Phi(e u) - e x e^{-rt} Phi(e (u - v))
-  auto plain = [&](double u) { return ph * (e.sdq * Phi(ph * u) - xdr * Phi(ph * (u - v))); };
-  // e s e^{-qt} (h/s)^{2(mu+1)} Phi(n u) - e x e^{-rt} (h/s)^{2mu} Phi(n (u - v))
-  auto mirror = [&](double u) {
-    return ph * (e.sdq * exp_phi(2.0 * (mu + 1.0) * L, eta * u) - xdr * exp_phi(2.0 * mu * L, eta * (u - v)));
-  };
-  const double x1 = (lns - lnx + e.drift) / v;
+  const double x1 = (lsx + e.drift) / v;
   const double x2 = (-L + e.drift) / v;
-  const double y1 = (2.0 * L + lns - lnx + e.drift) / v;
+  const double y1 = (2.0 * L + lsx + e.drift) / v;
   const double y2 = (L + e.drift) / v;
+  const double k1 = 2.0 * (mu + 1.0) * L, k2 = 2.0 * mu * L;  // ln of the two powers of h/s
+  const double dl = 2.0 * L / v;                               // y1 - x1 = y2 - x2
+  const double dw = -lhx / v;                                  // x2 - x1 = y2 - y1 = ln(x/h)/v
+  // A or B at u, and C or D at u.  Where v (1 + |u|) <= 1/10 the two
+  // terms agree to 10% and more; then, with delta = ln(s e^{-qt} / (x
+  // e^{-rt})) = ln(s/x) + (r - q) t from the accurate ln(s/x) (and 2 ln(h/s)
+  // more for the mirror), the term is -e x e^{-rt} mirror_gap(e (u - v),
+  // e v, delta), or the same with eta and the factor (h/s)^{2 mu}.
+  const double delta = lsx + rq * e.t;
+  auto plain = [&](double u) {
+    if (v * (1.0 + std::fabs(u)) <= 0.1) return -ph * xdr * mirror_gap(ph * (u - v), ph * v, delta);
+    return ph * (e.sdq * Phi(ph * u) - xdr * Phi(ph * (u - v)));
+  };
+  auto mirror = [&](double u) {
+    if (v * (1.0 + std::fabs(u)) <= 0.1 && std::fabs(k2) <= 700.0)
+      return -ph * xdr * std::exp(k2) * mirror_gap(eta * (u - v), eta * v, delta + 2.0 * L);
+    return ph * (e.sdq * exp_phi(k1, eta * u) - xdr * exp_phi(k2, eta * (u - v)));
+  };
+  // A - B at (x1, x2) and C - D at (y1, y2), the widths x2 - x1 = y2 - y1
+  // = dw formed from ln(h/x) alone.
+  // A strike near the barrier makes both differences small as dw^2: then
+  // each is one integral (strike_gap), by the reflection identities
+  // s e^{-qt} phi(x1) = x e^{-rt} phi(x1 - v) and the same with the powers
+  // of h/s at y1.
+  const bool narrow = std::fabs(v * dw) <= 1.0;
+  auto plain_diff = [&](double u1) {
+    if (narrow && short_interval(u1 - v, dw)) return -xdr * strike_gap<false>(u1 - v, dw, v, 0.0);
+    return -ph * (e.sdq * exp_ndiff(0.0, ph * u1, ph * dw) - xdr * exp_ndiff(0.0, ph * (u1 - v), ph * dw));
+  };
+  auto mirror_diff = [&](double w1) {
+    if (narrow && short_interval(w1 - v, dw)) return -ph * eta * xdr * strike_gap<false>(w1 - v, dw, v, k2);
+    return -ph * (e.sdq * exp_ndiff(k1, eta * w1, eta * dw) - xdr * exp_ndiff(k2, eta * (w1 - v), eta * dw));
+  };
+  // A - C at x1 (or B - D at x2) with the mirror's probabilities taken on
+  // the side of the plain ones (C_eta - D_eta = D_-eta - C_-eta makes every
+  // knock-out one of these where eta differs from the type's sign).
+  auto gap = [&](double u) {
+    return ph * (e.sdq * mirror_gap(ph * u, ph * dl, k1) - xdr * mirror_gap(ph * (u - v), ph * dl, k2));
+  };
+  // A - B + C - D, where eta differs from the type's sign: the smaller of
+  // the two exact arrangements, (A - B) + (C - D) (small where the strike
+  // lies near the barrier) or (A - C') - (B - D') (small where the spot
+  // does), by the size of its parts.
+  auto corridor = [&]() {
+    // A strike near the barrier: (A - B) + (C - D) as one integral, small
+    // as dw^2, and as dw^2 ln(h/s) where the spot is near the barrier too.
+    if (narrow && std::fabs(dl * dw) <= 1.0 && short_interval(x1 - v, dw))
+      return xdr * strike_gap<true>(x1 - v, dw, v, 0.0, dl);
+    const double p1 = plain_diff(x1), p2 = mirror_diff(y1);
+    double q1 = gap(x1), q2 = gap(x2);
+    if (std::fabs(k1) <= 1.0 && std::fabs(k2) <= 1.0) {  // q1 - q2 at once
+      q1 = ph * e.sdq * mirror_gap_between(ph * x1, ph * dw, ph * dl, k1);
+      q2 = ph * xdr * mirror_gap_between(ph * (x1 - v), ph * dw, ph * dl, k2);
+    }
+    return smaller_parts(p1, p2, q1, q2);
+  };
+  // A - B + D, where eta is the type's sign (a knock-in whose strike lies
+  // beyond the barrier): (A - B) + D, or A - (B - D), small near the
+  // barrier, by the size of the parts as above.
+  auto beyond = [&]() {
+    const double p1 = plain_diff(x1), p2 = mirror(y2);
+    const double q1 = plain(x1), q2 = gap(x2);
+    return smaller_parts(p1, p2, q1, q2);
+  };
   const bool in = B == barrier::down_in || B == barrier::up_in;
   double rebate = 0.0;
   if (a.k != 0.0) {
     if (in) {
-      rebate = a.k * e.dr * (Phi(eta * (x2 - v)) - exp_phi(2.0 * mu * L, eta * (y2 - v)));
+      rebate = a.k * e.dr * mirror_gap(eta * (x2 - v), eta * dl, k2);
     } else {
       const double z = L / v + lam * v;
       rebate = a.k * (exp_phi((mu + lam) * L, eta * z) + exp_phi((mu - lam) * L, eta * (z - 2.0 * lam * v)));
@@ -104,18 +175,18 @@ inline double barrier_price(kind K, barrier B, double lns, double lnx, double x,
   double p = 0.0;
   if (K == kind::call) {
     switch (B) {
-      case barrier::down_in: p = above ? mirror(y1) : plain(x1) - plain(x2) + mirror(y2); break;
-      case barrier::up_in: p = above ? plain(x1) : plain(x2) - mirror(y1) + mirror(y2); break;
-      case barrier::down_out: p = above ? plain(x1) - mirror(y1) : plain(x2) - mirror(y2); break;
-      case barrier::up_out: p = above ? 0.0 : plain(x1) - plain(x2) + mirror(y1) - mirror(y2); break;
+      case barrier::down_in: p = above ? mirror(y1) : beyond(); break;
+      case barrier::up_in: p = above ? plain(x1) : plain(x2) - mirror_diff(y1); break;
+      case barrier::down_out: p = above ? gap(x1) : gap(x2); break;
+      case barrier::up_out: p = above ? 0.0 : corridor(); break;
       default: break;
     }
   } else {
     switch (B) {
-      case barrier::down_in: p = above ? plain(x2) - mirror(y1) + mirror(y2) : plain(x1); break;
-      case barrier::up_in: p = above ? plain(x1) - plain(x2) + mirror(y2) : mirror(y1); break;
-      case barrier::down_out: p = above ? plain(x1) - plain(x2) + mirror(y1) - mirror(y2) : 0.0; break;
-      case barrier::up_out: p = above ? plain(x2) - mirror(y2) : plain(x1) - mirror(y1); break;
+      case barrier::down_in: p = above ? plain(x2) - mirror_diff(y1) : plain(x1); break;
+      case barrier::up_in: p = above ? beyond() : mirror(y1); break;
+      case barrier::down_out: p = above ? corridor() : 0.0; break;
+      case barrier::up_out: p = above ? gap(x2) : gap(x1); break;
       default: break;
     }
   }
@@ -148,13 +219,16 @@ ZEM_INTERNAL void s30fafn_(engine_data *, const char *calput, const char *btype,
   const bool down = a.type == barrier::down_in || a.type == barrier::down_out;
   if (down ? !(g.s > a.h) : !(g.s < a.h)) return zem::fail(errbuf, ifail, 14, 1032, g.s, a.h);
 
-  std::unique_ptr<double[]> lnx(
-      static_cast<uint64_t>(g.m) <= PTRDIFF_MAX / sizeof(double) ? new (std::nothrow) double[g.m] : nullptr);
-  if (!lnx) return zem::alloc_fail(ifail);
-  for (int64_t i = 0; i < g.m; ++i) lnx[i] = std::log(x[i]);
+  // ln(s/x(i)) and ln(h/x(i)), to full relative accuracy however near the
+  // two lie (the latter is the width of the differences of Normal
+  // probabilities, the former sets the European terms' ratio).
+  std::unique_ptr<double[]> lsx(
+      static_cast<uint64_t>(g.m) <= PTRDIFF_MAX / sizeof(double) / 2 ? new (std::nothrow) double[2 * g.m] : nullptr);
+  if (!lsx) return zem::alloc_fail(ifail);
+  double *const lhx = lsx.get() + g.m;
+  for (int64_t i = 0; i < g.m; ++i) lsx[i] = log_ratio(g.s, x[i]), lhx[i] = log_ratio(a.h, x[i]);
   const layout Ly = make_layout(g.order, g.ld);
-  const double lns = std::log(g.s);
-  const double L = std::log(a.h) - lns;
+  const double L = log_ratio(a.h, g.s);
   const double sig2 = g.sigma * g.sigma;
   // mu is held within +-2^900: beyond, only for sigma^2 below 2^-900 |b|,
   // the Normal arguments of the mirror terms are far beyond +-1e100 and the
@@ -165,7 +239,7 @@ ZEM_INTERNAL void s30fafn_(engine_data *, const char *calput, const char *btype,
     const expiry_terms e = per_expiry(g.s, g.t[j], g.sigma, g.r, g.q);
     double *col = p + j * Ly.cj;
     for (int64_t i = 0; i < g.m; ++i)
-      col[i * Ly.ri] = barrier_price(g.type, a.type, lns, lnx[i], x[i], L, e, mu, lam, a);
+      col[i * Ly.ri] = barrier_price(g.type, a.type, lsx[i], lhx[i], x[i], L, g.r - g.q, e, mu, lam, a);
   }
 }
 

@@ -80,19 +80,28 @@ inline double bs93_call(double s, double x, double ls, double lx, double t, doub
   const double I = ht < 0.0 ? b0 + gap * -std::expm1(ht) : b0;
   if (s >= I) return s - x;
   const double lI = std::log(I);
-  const double lIs = lI - ls;  // ln(I/s) > 0
-  // phi(g, H) without its factor s^g e^{lam}: Phi(d) - (I/s)^kap Phi(d - 2 ln(I/s)/v).
-  auto bracket = [&](double g, double lH) {
-    const double d = -(ls - lH + (b + (g - 0.5) * sig2) * t) / v;
-    const double kap = 2.0 * b / sig2 + (2.0 * g - 1.0);
-    return Phi(d) - exp_phi(kap * lIs, d - 2.0 * lIs / v);
+  const double lIs = log_ratio(I, s);  // ln(I/s) > 0
+  const double lIx = log_ratio(I, x);  // ln(I/x) >= 0
+  // phi(g, H) without its factor s^g e^{lam} is Phi(d) - (I/s)^kap Phi(d - 2 ln(I/s)/v);
+  // the approximation uses it at H = I and H = x, through the difference of
+  // the two brackets and one minus the first (each formed as a sum of
+  // differences of Normal probabilities, so that none cancels).
+  auto d_of = [&](double g, double lH) { return -(ls - lH + (b + (g - 0.5) * sig2) * t) / v; };
+  auto kap_of = [&](double g) { return 2.0 * b / sig2 + (2.0 * g - 1.0); };
+  const double shift = 2.0 * lIs / v;
+  auto bracket_diff = [&](double g) {  // bracket(g, I) - bracket(g, x)
+    // d(g, I) - d(g, x) = ln(I/x)/v, formed from ln(I/x) alone
+    const double dx = d_of(g, lx), w = lIx / v, ek = kap_of(g) * lIs;
+    return exp_ndiff(0.0, dx, w) - exp_ndiff(ek, dx - shift, w);
   };
   auto lam = [&](double g) { return (-r + g * b + 0.5 * g * (g - 1.0) * sig2) * t; };
   // lam(beta) = 0: beta solves sigma^2 g(g - 1)/2 + b g - r = 0.
-  const double head = (I - x) * std::exp(-beta * lIs) * (1.0 - bracket(beta, lI));
+  const double dB = d_of(beta, lI);
+  const double one_minus = 0.5 * std::erfc(dB * c) + exp_phi(kap_of(beta) * lIs, dB - shift);
+  const double head = (I - x) * std::exp(-beta * lIs) * one_minus;
   const double e1 = s * std::exp(lam(1.0));
   const double e0 = x * std::exp(lam(0.0));
-  return head + e1 * (bracket(1.0, lI) - bracket(1.0, lx)) - e0 * (bracket(0.0, lI) - bracket(0.0, lx));
+  return head + e1 * bracket_diff(1.0) - e0 * bracket_diff(0.0);
 }
 
 }  // namespace zem::s30

@@ -5,11 +5,11 @@
 # JSON with tools/bench_report.py.
 #   bash tools/bench.sh [--benchmark_* options passed to every program]
 # Needs the peers the programs compare with (Debian: libbenchmark-dev,
-# libgsl-dev, libboost-dev), python3-matplotlib for the charts and
+# libgsl-dev, libboost-dev, libquantlib0-dev for bench/s30), python3-matplotlib for the charts and
 # python3-scipy for the e04kf comparison with L-BFGS-B.
 set -eu
 cd "$(dirname "$0")/.."
-. tools/setup.sh libbenchmark-dev libgsl-dev libboost-dev python3-matplotlib python3-scipy
+. tools/setup.sh libbenchmark-dev libgsl-dev libboost-dev libquantlib0-dev python3-matplotlib python3-scipy
 cmake -S . -B build-bench -DZEM_TESTS=OFF -DZEM_BENCH=ON -DCMAKE_BUILD_TYPE=Release >/dev/null
 cmake --build build-bench -j"$(nproc)"
 results=()

@@ -20,7 +20,8 @@ followed by m*n rows "i j price delta gamma vega theta rho vanna charm speed
 colour zomma vomma" (0-based i, j), every number with 25 significant digits.
 Inputs are doubles written with repr(), so they read back exactly.
 
-Usage: /usr/bin/python3 tools/s30_reference.py [repository root]
+Usage: /usr/bin/python3 tools/s30_reference.py [repository root] [part ...]
+(parts: european exotic jump heston_term; all by default)
 """
 
 import os
@@ -34,6 +35,24 @@ mp.mp.dps = 50
 
 def N(y):
     return mp.erfc(-y / mp.sqrt(2)) / 2
+
+
+def settled(f, *args):
+    """f(*args) at 50, 100, 200, ... digits until two successive values agree
+    to 1e-35 relative: a price that is a small difference of large terms
+    (a knock-out near its barrier) needs as many more digits as it is
+    smaller than its terms."""
+    old, prev = mp.mp.dps, None
+    try:
+        for dps in (50, 100, 200, 400, 800):
+            mp.mp.dps = dps
+            val = f(*args)
+            if prev is not None and abs(val - prev) <= mp.mpf('1e-35') * abs(val):
+                return val
+            prev = val
+        sys.exit('no settled value for %s%s' % (f.__name__, args))
+    finally:
+        mp.mp.dps = old
 
 
 def price(kind, s, x, t, sigma, r, q):
@@ -395,7 +414,7 @@ def exotic_main(root):
                 rows = []
                 for j, t in enumerate(ts):
                     for i, x in enumerate(xs):
-                        p = barrier(kind, btype, s, x, h, k, t, sigma, r, q)
+                        p = settled(barrier, kind, btype, s, x, h, k, t, sigma, r, q)
                         if k == 0:
                             other = {'DI': 'DO', 'DO': 'DI', 'UI': 'UO', 'UO': 'UI'}[btype]
                             euro = price(kind, mp.mpf(s), mp.mpf(x), mp.mpf(t), mp.mpf(sigma), mp.mpf(r), mp.mpf(q))
@@ -405,6 +424,32 @@ def exotic_main(root):
                         rows.append((i, j, [p]))
                 head = 'case %s %s %r %r %r %r %r %r %d %d' % (kind, btype, s, h, k, sigma, r, q, len(xs), len(ts))
                 blocks.append((head, xs, ts, rows))
+    # Where the terms cancel: the spot a relative 1e-2 ... 1e-9 from the
+    # barrier (a knock-out is then a small multiple of that distance), the
+    # strike on or next to the barrier, short expiries, a small volatility
+    # (mu large), deep out of the money.  Prices at 50 to 800 digits
+    # (settled), rows only where the price exceeds 1e-200.
+    near = []
+    for kind in 'CP':
+        for btype, s, h in (('DO', 100.0, 99.0), ('DO', 100.0, 99.99999), ('DO', 100.0, 99.9999999),
+                            ('UO', 100.0, 101.0), ('UO', 100.0, 100.00001), ('UO', 100.0, 100.0000001),
+                            ('DI', 100.0, 99.99999), ('UI', 100.0, 100.00001), ('DI', 100.0, 50.0),
+                            ('UI', 100.0, 200.0), ('DO', 100.0, 60.0), ('UO', 100.0, 150.0)):
+            for k, sigma, r, q in ((0.0, 0.25, 0.05, 0.02), (2.0, 0.25, 0.05, 0.02), (0.0, 0.03, 0.08, 0.0),
+                                   (1.0, 0.6, 0.0, 0.04)):
+                xs = sorted({50.0, 99.0, h, h * (1 + 1e-9), 101.0, 160.0, 400.0})
+                ts = [1e-4, 0.02, 0.5, 4.0]
+                rows = []
+                for j, t in enumerate(ts):
+                    for i, x in enumerate(xs):
+                        p = settled(barrier, kind, btype, s, x, h, k, t, sigma, r, q)
+                        rows.append((i, j, [p if p > 1e-200 else mp.mpf(0)]))
+                head = 'case %s %s %r %r %r %r %r %r %d %d' % (kind, btype, s, h, k, sigma, r, q, len(xs), len(ts))
+                near.append((head, xs, ts, rows))
+    write_blocks(os.path.join(data, 's30fa_cancel_reference.txt'),
+                 ['# Single-barrier option prices for s30fa where the closed form cancels.', gen,
+                  '# Each price evaluated at 50, 100, 200, ... digits until two agree to 1e-35 (0 below 1e-200).',
+                  '# case <C|P> <DI|DO|UI|UO> s h k sigma r q m n; a row: i j price'], near)
     write_blocks(os.path.join(data, 's30fa_reference.txt'),
                  ['# Single-barrier option prices for s30fa.', gen,
                   '# case <C|P> <DI|DO|UI|UO> s h k sigma r q m n; a row: i j price'], blocks)
@@ -419,9 +464,19 @@ def exotic_main(root):
         ('P', 100.0, 0.3, 0.0, 0.0, [90.0, 100.0, 110.0], [0.5, 2.0]),     # r = 0: European
         ('C', 100.0, 0.15, 0.1, 0.12, [50.0, 60.0, 100.0], [0.5, 5.0]),    # deep in the money: s above I
     ]
+    am_cases += [
+        # where the approximation's terms cancel: deep out of the money, short
+        # expiries, a small volatility, the spot near the boundary
+        ('C', 100.0, 0.2, 0.05, 0.02, [150.0, 250.0, 400.0, 800.0], [1e-3, 0.02, 0.25, 2.0]),
+        ('P', 100.0, 0.2, 0.05, 0.02, [60.0, 40.0, 25.0, 12.0], [1e-3, 0.02, 0.25, 2.0]),
+        ('C', 100.0, 0.04, 0.03, 0.09, [101.0, 110.0, 130.0, 90.0], [0.01, 0.5, 5.0]),
+        ('P', 100.0, 0.04, 0.09, 0.01, [99.0, 90.0, 70.0, 110.0], [0.01, 0.5, 5.0]),
+        ('P', 100.0, 0.3, 0.2, 0.0, [60.0, 70.0, 80.0, 120.0], [0.1, 1.0, 10.0]),
+        ('C', 100.0, 0.3, 0.0, 0.2, [140.0, 130.0, 120.0, 80.0], [0.1, 1.0, 10.0]),
+    ]
     blocks = []
     for kind, s, sigma, r, q, xs, ts in am_cases:
-        rows = [(i, j, [american(kind, s, x, t, sigma, r, q)]) for j, t in enumerate(ts) for i, x in enumerate(xs)]
+        rows = [(i, j, [settled(american, kind, s, x, t, sigma, r, q)]) for j, t in enumerate(ts) for i, x in enumerate(xs)]
         blocks.append(('case %s %r %r %r %r %d %d' % (kind, s, sigma, r, q, len(xs), len(ts)), xs, ts, rows))
     write_blocks(os.path.join(data, 's30qc_reference.txt'),
                  ['# American option prices, Bjerksund-Stensland (1993) approximation, for s30qc.', gen,
@@ -628,7 +683,14 @@ def heston_term_main(root):
 
 
 if __name__ == '__main__':
-    main()
-    exotic_main(sys.argv[1] if len(sys.argv) > 1 else os.path.join(os.path.dirname(__file__), '..'))
-    jump_heston_main(sys.argv[1] if len(sys.argv) > 1 else os.path.join(os.path.dirname(__file__), '..'))
-    heston_term_main(sys.argv[1] if len(sys.argv) > 1 else os.path.join(os.path.dirname(__file__), '..'))
+    # tools/s30_reference.py [root] [part ...], parts european exotic jump heston_term (all by default)
+    where = sys.argv[1] if len(sys.argv) > 1 else os.path.join(os.path.dirname(__file__), '..')
+    parts = sys.argv[2:] or ['european', 'exotic', 'jump', 'heston_term']
+    if 'european' in parts:
+        main()
+    if 'exotic' in parts:
+        exotic_main(where)
+    if 'jump' in parts:
+        jump_heston_main(where)
+    if 'heston_term' in parts:
+        heston_term_main(where)
