@@ -55,6 +55,21 @@ inline constexpr int slow_window = 10;     // iterations over which progress is 
 inline constexpr int max_trials = 40;      // trial points of one line search
 inline constexpr int settle_iterations = 2;  // NPG iterations with an unchanged active set before CG
 inline constexpr double armijo = 1e-4, wolfe = 0.9, hz_eta = 0.01;
+// Hager and Zhang's family of conjugate-gradient parameters
+//     beta_theta = (y'Pg+ - theta (y'Py)(d'g+)/(d'y)) / (d'y)
+// gives sufficient descent, g+'d+ <= -(1 - 1/(4 theta)) g+'Pg+, for every
+// theta > 1/4.  Two members are used:
+//  * theta = 1 when P satisfies the secant equation P y = s of the last step
+//    (s = a d; the newest pair is that step's, on the current face): then
+//    y'Pg+ = a d'g+ and y'Py = a d'y, so beta = (1 - theta) a (d'g+)/(d'y)
+//    vanishes and d+ = -P g+ is the limited-memory quasi-Newton direction
+//    on the free variables, whose natural step is 1.  Any other theta adds
+//    a multiple of d that grows with the inexactness of the line search and
+//    spoils that scaling.
+//  * theta = 2, Hager and Zhang's own choice, where P does not satisfy it (no
+//    pairs, the last pair refused for its curvature): a genuine conjugacy
+//    correction.
+inline constexpr double hz_theta_secant = 1.0, hz_theta = 2.0;
 inline constexpr int stats_len = 100, rinfo_len = 100;
 
 enum subsolver_kind : int64_t { sub_both = 0, sub_npg = 1, sub_cg = 2 };
@@ -90,7 +105,7 @@ enum stats_index : int {
 };
 
 struct state_view {
-  int64_t iter = 0, nfree = 0, phase = 0;  // phase 0 NPG, 1 CG
+  int64_t iter = 0, nfree = 0, phase = 0;  // phase: the iteration that led to x, 0 NPG, 1 CG
   double f = 0, pgnorm = 0, step = 0;
   int64_t nf = 0, ng = 0;
 };
@@ -167,6 +182,7 @@ class solver {
   double f_ = 0, pgnorm_ = 0, efree_ = 0, alpha_bb_ = 1, step_ = 0, stepnorm_ = 0;
   int64_t nfree_ = 0, natb_ = 0, np_ = 0, spare_ = 0, nf_ = 0, ng_ = 0;
   double gamma_ = 1;
+  bool fresh_pair_ = false;  // the newest pair is the last step's, on the current face
   double fhist_[npg_window] = {};
   std::chrono::steady_clock::time_point t0_;
 
@@ -308,6 +324,7 @@ class solver {
     const int64_t sl = spare_;
     ws_.rho[sl] = 1.0 / sy;
     gamma_ = sy / yy;
+    fresh_pair_ = true;
     if (np_ < m) {
       ws_.ord[np_++] = sl;
       next_spare();
@@ -331,6 +348,7 @@ class solver {
   // zeroed); pairs that lost their curvature are dropped.
   void mask_pairs(const double *xnew) {
     const int64_t n = ws_.n;
+    fresh_pair_ = false;
     if (np_ == 0) return;
     const double *lo = ws_.lo, *hi = ws_.hi;
     for (int64_t k = 0; k < np_; ++k) {
@@ -362,6 +380,7 @@ class solver {
   void clear_pairs() {
     np_ = 0;
     spare_ = 0;
+    fresh_pair_ = false;
   }
 
   // After a step from x to xt (gradients g, gt): the spectral step, the
@@ -383,21 +402,26 @@ class solver {
       const bool bo = at_bound(x[i], lo[i], hi[i]), bn = at_bound(xt[i], lo[i], hi[i]);
       chg |= bo != bn;
       shrank |= bn && !bo;
+      if (!bn) {
+        msy += si * yi;
+        myy += yi * yi;
+      }
       if (keep) {
-        if (bn) {
-          s[i] = y[i] = 0.0;
-        } else {
-          s[i] = si;
-          y[i] = yi;
-          msy += si * yi;
-          myy += yi * yi;
-        }
+        s[i] = bn ? 0.0 : si;
+        y[i] = bn ? 0.0 : yi;
       }
     }
     stepnorm_ = norm_fin(sn);
     alpha_bb_ = sy > 0 ? ss / sy : 1e30;
     alpha_bb_ = std::min(std::max(alpha_bb_, 1e-30), 1e30);
-    if (keep && myy > 0 && msy > 1e-12 * myy) push_pair(msy, myy);
+    fresh_pair_ = false;
+    // The pair, restricted to the variables free at xt, when its curvature
+    // is positive; with no memory P = gamma I takes the scaling s'y / y'y
+    // of that same restricted pair.
+    if (myy > 0 && msy > 1e-12 * myy) {
+      if (keep) push_pair(msy, myy);
+      else gamma_ = msy / myy;
+    }
     if (shrank) mask_pairs(xt);
     *changed = chg;
     return shrank;
@@ -470,25 +494,43 @@ bool solver<Oracle>::cg_step(bool restart, int64_t *trials, bool *failed) {
   // The preconditioned gradient of this point, into v (P g_old is in vold).
   precondition(g);
   const double *v = ws_.v, *vold = ws_.vold;
-  // beta from the previous direction d and y = g - g_old (the previous
-  // gradient is gone; y is rebuilt from the pair quantities kept in w).
+  // beta (hz_theta above) from the previous direction d, the previous
+  // gradient (kept in w) and y = g - g_old on the free variables.  P y is
+  // had without a second recursion: s itself when the newest pair is the
+  // last step's (the secant equation), gamma y with no pairs, and
+  // P g - P g_old = v - vold when P did not change over the step.
   double beta = 0;
   if (!restart) {
-    // w holds the previous gradient (see below).
     const double *gold = ws_.w;
-    double dy = 0, yv = 0, yPy = 0, dg = 0, dd = 0, gg = 0;
+    const bool secant = np_ > 0 && fresh_pair_;
+    const double *sn = secant ? ws_.s_of(ws_.ord[np_ - 1]) : nullptr;
+    double dy = 0, yv = 0, yPy = 0, dg = 0, dd = 0, gg = 0, yy = 0, yg = 0, sg = 0;
     for (int64_t i = 0; i < n; ++i) {
       if (!(x[i] > lo[i] && x[i] < hi[i])) continue;
       const double yi = g[i] - gold[i];
       dy += d[i] * yi;
-      yv += yi * v[i];
-      yPy += yi * (v[i] - vold[i]);
       dg += d[i] * g[i];
       dd += d[i] * d[i];
       gg += gold[i] * gold[i];
+      if (secant) {
+        sg += sn[i] * g[i];
+      } else if (np_ == 0) {
+        yy += yi * yi;
+        yg += yi * g[i];
+      } else {
+        yv += yi * v[i];
+        yPy += yi * (v[i] - vold[i]);
+      }
+    }
+    if (secant) {
+      yv = sg;
+      yPy = 1.0 / ws_.rho[ws_.ord[np_ - 1]];
+    } else if (np_ == 0) {
+      yv = gamma_ * yg;
+      yPy = gamma_ * yy;
     }
     if (dy > 0) {
-      beta = (yv - 2.0 * yPy * dg / dy) / dy;
+      beta = (yv - (secant ? hz_theta_secant : hz_theta) * yPy * dg / dy) / dy;
       const double eta = -1.0 / (std::sqrt(dd) * std::min(hz_eta, std::sqrt(gg)));
       beta = std::max(beta, eta);
     }
@@ -584,6 +626,10 @@ bool solver<Oracle>::cg_step(bool restart, int64_t *trials, bool *failed) {
       alo = a;
       flo = ft;
       dglo = dgt;
+      // The gradient at the best point so far, in case the search ends
+      // there (v is free during the search: P g is in vold, the previous
+      // P g_old is not needed again).
+      std::memcpy(ws_.v, gt, sizeof(double) * static_cast<size_t>(n));
       if (!std::isfinite(ahi)) {
         a = std::min(4.0 * a, amax);
         continue;
@@ -604,10 +650,12 @@ bool solver<Oracle>::cg_step(bool restart, int64_t *trials, bool *failed) {
       std::swap(ws_.v, ws_.vold);
       return false;
     }
+    // The best point met satisfies the Armijo condition; f and g there are
+    // known, so they are not evaluated again.
     a = alo;
     trial(a);
-    if (!eval_f(xt, &ft)) return false;
-    if (!eval_g(xt, ft, gt)) return false;
+    ft = flo;
+    std::memcpy(gt, ws_.v, sizeof(double) * static_cast<size_t>(n));
   }
   step_ = a;
   alpha_prev_ = a;
@@ -643,10 +691,11 @@ void solver<Oracle>::run_impl(result &r) {
   int64_t settled = 0, since_restart = 0, slow_count = 0;
   int64_t &npg = npg_, &ncg = ncg_, &restarts = restarts_, &switches = switches_, &trials = trials_;
   bool restart = true, one_npg = false;
+  int64_t last_kind = 0;  // the kind of the iteration that led to x (0 NPG, 1 CG), for the log
   for (int64_t iter = 0;; ++iter) {
     iter_ = iter;
     fill_info();
-    state_view sv{iter, nfree_, phase, f_, pgnorm_, step_, nf_, ng_};
+    state_view sv{iter, nfree_, last_kind, f_, pgnorm_, step_, nf_, ng_};
     if (st_.print_frequency > 0 && iter % st_.print_frequency == 0) o_.log(1, sv);
     if (st_.monitor_frequency > 0 && iter > 0 && iter % st_.monitor_frequency == 0) {
       const int64_t s = o_.monitor(ws_.x, r.rinfo, r.stats);
@@ -704,6 +753,7 @@ void solver<Oracle>::run_impl(result &r) {
       ++npg;
       one_npg = false;
     }
+    last_kind = cg_this ? 1 : 0;
     bool changed = false;
     const bool shrank = after_step(&changed);
     swap_points();

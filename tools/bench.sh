@@ -23,7 +23,8 @@ for dir in build-bench/bench/*/; do
   done
 done
 /usr/bin/python3 tools/bench_report.py "${results[@]}"
-# e04kf beside SciPy's L-BFGS-B on the same problems (a Markdown table).
+# e04kf beside SciPy's L-BFGS-B on the same problems (a Markdown table, also
+# written into docs/benchmarks.md and docs/e04kf.md).
 if [ -x build-bench/bench/e04/bench_e04kf ]; then
-  /usr/bin/python3 bench/e04/bench_e04kf_compare.py build-bench/bench/e04/bench_e04kf 5
+  /usr/bin/python3 bench/e04/bench_e04kf_compare.py build-bench/bench/e04/bench_e04kf 5 --docs
 fi

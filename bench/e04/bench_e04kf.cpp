@@ -1,7 +1,8 @@
 // e04kf on the bound-constrained problems of foas_problems.h, n = 10^3,
 // 10^5 and 10^6.  Each benchmark is one solve through the handle (creation
 // and model set-up outside the timing); its counters are the iterations and
-// the objective and gradient evaluations of the solve, and "eval_s" the
+// the objective and gradient evaluations of the solve, its final objective
+// "f" and fail code "code" (0: converged), and "eval_s" the
 // time the user functions alone take for those evaluations, so that the
 // solver's own time per iteration can be compared with the peer's
 // (bench_e04kf_lbfgsb.py, SciPy's L-BFGS-B on the same problems, run by
@@ -96,7 +97,12 @@ int main(int argc, char **argv) {
       std::printf("%s n=%lld: code %d, %g iterations, nf %g, ng %g, f %.10g\n", fx->p.name.c_str(),
                   static_cast<long long>(n), s.code, s.iters, s.nf, s.ng, s.fval);
       zem_bench::add(fx->p.name + "_" + std::to_string(n), "e04kf", 1, [fx] { return fx->solve().fval; },
-                     {{"iters", s.iters}, {"nf", s.nf}, {"ng", s.ng}, {"eval_s", eval_seconds(fx->p, s.nf, s.ng)}})
+                     {{"iters", s.iters},
+                      {"nf", s.nf},
+                      {"ng", s.ng},
+                      {"f", s.fval},
+                      {"code", static_cast<double>(s.code)},
+                      {"eval_s", eval_seconds(fx->p, s.nf, s.ng)}})
           ->Unit(benchmark::kMillisecond);
     }
   return zem_bench::run(argc, argv, "e04");

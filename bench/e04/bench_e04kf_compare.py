@@ -1,38 +1,83 @@
 #!/usr/bin/env python3
 """Runs e04kf's benchmark (bench_e04kf, Google Benchmark, JSON) and SciPy's
 L-BFGS-B on the same problems (bench_e04kf_lbfgsb.py) in one go and prints
-the comparison as a Markdown table (for docs/benchmarks.md):
-    python3 bench/e04/bench_e04kf_compare.py <build-bench>/bench/e04/bench_e04kf [reps]
-Columns: gradient evaluations of both, their ratio, median time per
-iteration of both (whole solve / iterations), and the solver's own time per
-iteration (the time of the user functions taken away)."""
-import json, pathlib, subprocess, sys, tempfile
+the comparison as a Markdown table:
+    python3 bench/e04/bench_e04kf_compare.py <build-bench>/bench/e04/bench_e04kf [reps] [--docs]
+With --docs the table (with the command, the date and the summary lines)
+also replaces the text between the markers
+    <!-- e04kf-compare begin -->  ...  <!-- e04kf-compare end -->
+of docs/benchmarks.md and docs/e04kf.md, so the pages carry the output of
+the last run, never a typed copy.
+Columns: iterations, objective and gradient evaluations of both (L-BFGS-B
+evaluates f and g together at every point, so its two counts are equal
+and each is one gradient evaluation; e04kf's ng counts its gradient
+evaluations, its nf its objective evaluations, trial points included),
+the ratio of gradient evaluations, whether both reached the same objective
+(within 1e-6 relative), median time per iteration of both (whole solve /
+iterations) and the solvers' own time per iteration (the time of the user
+functions taken away)."""
+import datetime, json, pathlib, re, statistics, subprocess, sys, tempfile
 
-prog = pathlib.Path(sys.argv[1]).resolve()
-reps = sys.argv[2] if len(sys.argv) > 2 else "5"
+args = [a for a in sys.argv[1:] if not a.startswith("--")]
+docs = "--docs" in sys.argv[1:]
+prog = pathlib.Path(args[0]).resolve()
+reps = args[1] if len(args) > 1 else "5"
 here = pathlib.Path(__file__).resolve().parent
+root = here.parent.parent
 with tempfile.TemporaryDirectory() as d:
     subprocess.run([str(prog), f"--benchmark_repetitions={reps}", f"--benchmark_out={d}/kf.json"], check=True,
                    cwd=d, stdout=subprocess.DEVNULL)
     kf = json.load(open(f"{d}/kf.json"))
-peer = {r["problem"]: r for r in json.loads(subprocess.run(
-    ["/usr/bin/python3", str(here / "bench_e04kf_lbfgsb.py"), reps], check=True, capture_output=True,
-    text=True).stdout)}
+peer_list = json.loads(subprocess.run(["/usr/bin/python3", str(here / "bench_e04kf_lbfgsb.py"), reps], check=True,
+                                      capture_output=True, text=True).stdout)
+peer = {r["problem"]: r for r in peer_list}
 ours = {}
 for b in kf["benchmarks"]:
     if b.get("aggregate_name") == "median":
         ours[b["run_name"].split("/")[0]] = b
-rows, fewer = [], 0
-print("| problem | n | ng e04kf | ng L-BFGS-B | ratio | ms/iter e04kf | ms/iter L-BFGS-B | ratio | own ms/iter e04kf | own ms/iter L-BFGS-B |")
-print("|---|---|---|---|---|---|---|---|---|---|")
-for name, o in ours.items():
-    p = peer[name]
+
+lines = ["| problem | n | iters e04kf | iters L-BFGS-B | nf e04kf | nf L-BFGS-B | ng e04kf | ng L-BFGS-B | ng ratio "
+         "| same f | ms/iter e04kf | ms/iter L-BFGS-B | ratio | own ms/iter e04kf | own ms/iter L-BFGS-B |",
+         "|---|---|---|---|---|---|---|---|---|---|---|---|---|---|---|"]
+fewer, ng_ratios, big_ratios, unsolved = 0, [], [], []
+for p in peer_list:  # the peer's order: by n, then problem
+    name = p["problem"]
+    o = ours[name]
     t_o = o["cpu_time"] / 1000.0  # ms -> s
     it_o, it_p = max(o["iters"], 1), max(p["iters"], 1)
     own_o = (t_o - o["eval_s"]) / it_o * 1e3
     own_p = (p["time_s"] - p["eval_s"]) / it_p * 1e3
     fewer += o["ng"] <= p["ng"]
-    base, n = name.rsplit("_", 1)
-    print(f"| {base} | {n} | {o['ng']:.0f} | {p['ng']} | {o['ng'] / p['ng']:.2f} | {t_o / it_o * 1e3:.3f} | "
-          f"{p['time_s'] / it_p * 1e3:.3f} | {(t_o / it_o) / (p['time_s'] / it_p):.2f} | {own_o:.3f} | {own_p:.3f} |")
-print(f"\nno more gradient evaluations than L-BFGS-B on {fewer} of {len(ours)} problems")
+    ng_ratios.append(o["ng"] / p["ng"])
+    t_ratio = (t_o / it_o) / (p["time_s"] / it_p)
+    if p["n"] == 1000000:
+        big_ratios.append(t_ratio)
+    same = abs(o["f"] - p["f"]) <= 1e-6 * max(1.0, abs(p["f"]))
+    if o.get("code", 0) != 0 or p["status"] != 0:
+        unsolved.append(name)
+    base = name.rsplit("_", 1)[0]
+    lines.append(f"| {base} | {p['n']} | {o['iters']:.0f} | {p['iters']} | {o['nf']:.0f} | {p['nf']} | "
+                 f"{o['ng']:.0f} | {p['ng']} | {o['ng'] / p['ng']:.2f} | {'yes' if same else 'no'} | "
+                 f"{t_o / it_o * 1e3:.3f} | {p['time_s'] / it_p * 1e3:.3f} | {t_ratio:.2f} | {own_o:.3f} | {own_p:.3f} |")
+summary = [f"No more gradient evaluations than L-BFGS-B on {fewer} of {len(peer_list)} problems; "
+           f"median ratio of gradient evaluations {statistics.median(ng_ratios):.2f}.",
+           f"Time per iteration at n = 10^6, e04kf / L-BFGS-B: {min(big_ratios):.2f} to {max(big_ratios):.2f}."]
+if unsolved:
+    summary.append("Not converged (status not 0): " + ", ".join(unsolved) + ".")
+print("\n".join(lines))
+print()
+print("\n".join(summary))
+
+if docs:
+    rel = prog.relative_to(root) if prog.is_relative_to(root) else prog
+    block = "\n".join([
+        f"Generated by `python3 bench/e04/bench_e04kf_compare.py {rel} {reps} --docs` on "
+        f"{datetime.date.today().isoformat()} ({reps} repetitions of each solve, medians, CPU time):", "",
+        *lines, "", *summary])
+    pat = re.compile(r"(<!-- e04kf-compare begin -->\n)(?:.*?\n)?(<!-- e04kf-compare end -->)", re.S)
+    for page in ("docs/benchmarks.md", "docs/e04kf.md"):
+        path = root / page
+        text = path.read_text()
+        if not pat.search(text):
+            sys.exit(f"{page}: no e04kf-compare markers")
+        path.write_text(pat.sub(lambda m: m.group(1) + block + "\n" + m.group(2), text))

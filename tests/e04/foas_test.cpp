@@ -357,6 +357,20 @@ TEST(E04kf, OptionsChangeTheIteration) {
     EXPECT_LT(max_err(r.x, 1.0), 1e-4);
   }
   {
+    // With memory the CG phase is a limited-memory quasi-Newton method on
+    // the face (unit steps; about 45 gradient evaluations here, as such a
+    // method needs from this start); without, plain conjugate gradients
+    // need about twice as many.  A preconditioner that stops acting, or a
+    // CG parameter that spoils its unit step, shows here.
+    problem_def p1 = make_rosen(n), p2 = make_rosen(n);
+    auto qn = solve(p1, n, rosen_start(n), {}, {}, {});
+    auto cg = solve(p2, n, rosen_start(n), {}, {}, {"FOAS Memory = 0"});
+    EXPECT_EQ(qn.code, NE_NOERROR);
+    EXPECT_EQ(cg.code, NE_NOERROR);
+    EXPECT_LE(qn.stats[2], 50.0);
+    EXPECT_GT(cg.stats[2], 1.5 * qn.stats[2]);
+  }
+  {
     // Finite differences: objgrd is never called.
     problem_def p = make_rosen(10);
     auto r = solve(p, 10, rosen_start(10), {}, {}, {"FOAS Estimate Derivatives = Yes"});
