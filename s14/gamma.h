@@ -12,6 +12,7 @@ namespace zem::s14 {
 
 #include "s14/s14aa_coefficients.inc"
 #include "s14/s14ab_coefficients.inc"
+#include "s14/s14ab_log_table.inc"
 
 // Decimal digits of the machine's precision (x02be); it chooses the
 // coefficient set of Gamma on [1, 2].
@@ -42,15 +43,18 @@ template <int N>
   return s;
 }
 
+// The coefficient set of Q serving the machine's decimal precision.
+constexpr const auto &gamma_unit_set() {
+  if constexpr (decimal_digits <= gamma_set1_digits) return gamma_set1;
+  else if constexpr (decimal_digits <= gamma_set2_digits) return gamma_set2;
+  else if constexpr (decimal_digits <= gamma_set3_digits) return gamma_set3;
+  else if constexpr (decimal_digits <= gamma_set4_digits) return gamma_set4;
+  else return gamma_set5;
+}
+
 // Gamma(3/2 + t) for t in [-1/2, 1/2]: Gamma(3/2) + t Q(t), Q taken from the
 // shortest set that serves the machine's decimal precision.
-[[gnu::always_inline]] inline double gamma_unit(double t) {
-  if constexpr (decimal_digits <= gamma_set1_digits) return gamma_three_halves + t * horner(gamma_set1, t);
-  else if constexpr (decimal_digits <= gamma_set2_digits) return gamma_three_halves + t * horner(gamma_set2, t);
-  else if constexpr (decimal_digits <= gamma_set3_digits) return gamma_three_halves + t * horner(gamma_set3, t);
-  else if constexpr (decimal_digits <= gamma_set4_digits) return gamma_three_halves + t * horner(gamma_set4, t);
-  else return gamma_three_halves + t * horner(gamma_set5, t);
-}
+[[gnu::always_inline]] inline double gamma_unit(double t) { return gamma_three_halves + t * horner(gamma_unit_set(), t); }
 
 // Gamma(x) for finite x, 1e-17 < |x| <= 170, x not a negative integer.
 //
@@ -173,49 +177,208 @@ template <bool Fma>
   return s.hi + (s.lo + (a.lo + b.lo));
 }
 
+// ln x as an unnormalised pair, for a positive normal x with |ln x| >= 0.38
+// (x < 0.68 or x >= 1.47), to about 2^-60 relatively: x = 2^e m, the table
+// of s14/s14ab_log_table.inc gives c_i near 1/m and -ln c_i, r = m c_i - 1
+// is formed with one rounding (a fused multiply-add, or Dekker's exact
+// product and one sum: the same double), and ln(1 + r) = r + r^2 q(r).
+// e ln2_hi + t_hi is exact; |r| < 2^-8 is below it (the bound on |ln x|),
+// so that one fast two-sum holds the leading part exactly; the low part
+// (below 2^-17 relatively) gathers the rest.
+template <bool Fma>
+[[gnu::always_inline]] inline dd log_table_pair(double x) {
+  const uint64_t bits = std::bit_cast<uint64_t>(x);
+  const double e = static_cast<double>(static_cast<int>(bits >> 52) - 1023);
+  const double *row = log_table[(bits >> 45) & 127];
+  const double m = std::bit_cast<double>((bits & 0x000fffffffffffffull) | 0x3ff0000000000000ull);
+  double r;
+  if constexpr (Fma) {
+    r = __builtin_fma(m, row[0], -1.0);
+  } else {
+    const dd p = two_prod<false>(m, row[0]);  // p.hi - 1 is exact: p.hi is within 2^-7 of 1
+    r = (p.hi - 1.0) + p.lo;
+  }
+  const dd b = fast_two_sum(e * log_ln2_hi + row[1], r);
+  const double r2 = r * r;
+  const double q = (-0.5 + r * (1.0 / 3.0)) + r2 * ((-0.25 + r * 0.2) + r2 * (-1.0 / 6.0));  // short chain
+  return {b.hi, b.lo + ((row[2] + e * log_ln2_lo) + r2 * q)};
+}
+
+// The rational functions of ln Gamma as N(z)/Q(z) with N = z P, both of
+// degree 8, split into even and odd parts in z: N = Ne(z^2) + z No(z^2),
+// Q = Qe(z^2) + z Qo(z^2).  The four parts are evaluated side by side as the
+// lanes of one vector (Ne, No, Qe, Qo), five coefficients each, highest
+// first (the odd parts start with a 0).
+struct rational_lanes {
+  double c[5][4];
+};
+
+template <int N>
+constexpr rational_lanes make_rational_lanes(const double (&p)[N], const double (&q)[N], double q_lead) {
+  static_assert(N == 8);
+  double n[9] = {}, d[9] = {};  // coefficients of z^8 ... z^0
+  for (int i = 0; i < 8; ++i) n[i] = p[i];
+  n[8] = 0.0;
+  d[0] = q_lead;
+  for (int i = 0; i < 8; ++i) d[i + 1] = q[i];
+  rational_lanes t{};
+  for (int k = 0; k < 5; ++k) {
+    t.c[k][0] = n[2 * k];
+    t.c[k][2] = d[2 * k];
+    t.c[k][1] = k == 0 ? 0.0 : n[2 * k - 1];
+    t.c[k][3] = k == 0 ? 0.0 : d[2 * k - 1];
+  }
+  return t;
+}
+
+inline constexpr rational_lanes lg_lanes1 = make_rational_lanes(lg_p1, lg_q1, 1.0);
+inline constexpr rational_lanes lg_lanes2 = make_rational_lanes(lg_p2, lg_q2, 1.0);
+inline constexpr rational_lanes lg_lanes4 = make_rational_lanes(lg_p4, lg_q4, -1.0);
+
+using lanes4 = double __attribute__((vector_size(32)));
+using lanes2 = double __attribute__((vector_size(16)));
+
+// e := the rounding error of the product p = a b of each lane, exactly (bh,
+// bl: b split in halves, for Dekker's product).  Results go through a
+// reference: a 32-byte vector is never passed by value.
+template <bool Fma>
+[[gnu::always_inline]] inline void product_error(const lanes4 &a, const lanes4 &b, const lanes4 &bh, const lanes4 &bl,
+                                                 const lanes4 &p, lanes4 &e) {
+  if constexpr (Fma) {
+    for (int k = 0; k < 4; ++k) e[k] = __builtin_fma(a[k], b[k], -p[k]);
+  } else {
+    const lanes4 c = 134217729.0 * a;
+    const lanes4 ah = c - (c - a);
+    const lanes4 al = a - ah;
+    e = ((ah * bh - p) + ah * bl + al * bh) + al * bl;
+  }
+}
+
+// N(z)/Q(z) as an unnormalised pair, to about 2^-100 relatively (barring
+// cancellation between the even and odd parts, which the pairs carry
+// exactly).  Each part is a compensated Horner scheme in the pair z^2 (the
+// rounding error of every product and sum is gathered in a second lane
+// set); N and Q are then joined as pairs and divided, the quotient
+// corrected by its exact residual.
+template <bool Fma>
+[[gnu::always_inline]] inline dd rational_pair(const rational_lanes &t, double z) {
+  const dd z2 = two_prod<Fma>(z, z);
+  const lanes4 zz = {z2.hi, z2.hi, z2.hi, z2.hi};
+  const lanes4 zl = {z2.lo, z2.lo, z2.lo, z2.lo};
+  lanes4 zh{}, zlo{};
+  if constexpr (!Fma) {
+    const lanes4 c = 134217729.0 * zz;
+    zh = c - (c - zz);
+    zlo = zz - zh;
+  }
+  lanes4 s = {t.c[0][0], t.c[0][1], t.c[0][2], t.c[0][3]};
+  lanes4 err = {0.0, 0.0, 0.0, 0.0};
+  for (int i = 1; i < 5; ++i) {
+    const lanes4 p = s * zz;
+    lanes4 pe;
+    product_error<Fma>(s, zz, zh, zlo, p, pe);
+    const lanes4 c = {t.c[i][0], t.c[i][1], t.c[i][2], t.c[i][3]};
+    const lanes4 u = p + c;
+    const lanes4 v = u - p;
+    const lanes4 se = (p - (u - v)) + (c - v);
+    err = err * zz + ((pe + se) + s * zl);
+    s = u;
+  }
+  // N = Ne + z No, Q = Qe + z Qo, side by side in two lanes.
+  const lanes2 eh = {s[0], s[2]}, oh = {s[1], s[3]}, el = {err[0], err[2]}, ol = {err[1], err[3]};
+  const lanes2 zv = {z, z};
+  const lanes2 a = zv * oh;
+  lanes2 ae;
+  if constexpr (Fma) {
+    for (int k = 0; k < 2; ++k) ae[k] = __builtin_fma(z, oh[k], -a[k]);
+  } else {
+    const lanes2 c = 134217729.0 * oh;
+    const lanes2 oh_h = c - (c - oh);
+    const lanes2 oh_l = oh - oh_h;
+    const dd zs = split(z);
+    ae = ((oh_h * zs.hi - a) + oh_h * zs.lo + oh_l * zs.hi) + oh_l * zs.lo;
+  }
+  const lanes2 sum = eh + a;
+  const lanes2 bb = sum - eh;
+  const lanes2 lo = ((eh - (sum - bb)) + (a - bb) + ae) + (el + zv * ol);
+  const dd n{sum[0], 0.0}, q{sum[1], 0.0};
+  const double nl = lo[0], ql = lo[1];
+  const double iq = 1.0 / q.hi;
+  const double y = n.hi * iq;
+  double rem;  // n.hi - y q.hi, rounded once (n.hi - y q.hi rounded is exact in practice)
+  if constexpr (Fma) {
+    rem = __builtin_fma(-y, q.hi, n.hi);
+  } else {
+    const dd yq = two_prod<false>(y, q.hi);  // n.hi - yq.hi is exact: y is within an ulp or two of n.hi/q.hi
+    rem = (n.hi - yq.hi) - yq.lo;
+  }
+  return {y, ((rem + nl) - y * ql) * iq};
+}
+
+// z (d + y), y a pair: the zeros of ln Gamma at 1 and 2 are the factor z,
+// and the mild cancellation in d + y is carried in pairs.
+template <bool Fma>
+[[gnu::always_inline]] inline dd times_sum(double z, double d, dd y) {
+  const dd s = two_sum(d, y.hi);
+  const double lo = s.lo + y.lo;
+  const dd p = two_prod<Fma>(s.hi, z);
+  return {p.hi, p.lo + lo * z};
+}
+
 // ln Gamma(x) for 0 < x <= 2.55e305 (a NaN gives a NaN), by the rational
 // approximations of Cody and Hillstrom on (0, 12] and the Stirling series
-// above.  The published coefficients are used as published; the arithmetic
-// around them is carried in pairs of doubles (the logarithm, the rational
-// functions, the final sums), so that the result carries the
-// approximations' own error and one rounding.
+// above.  The published coefficients are used as published.  Pairs of
+// doubles are used where plain arithmetic would lose the last bits: the
+// rational functions (compensated Horner, four parts side by side), the
+// logarithm (a table, for x > 12 and x < 0.68) and the final sums; the
+// Stirling correction (below 0.04% of the result) is plain.
 template <bool Fma>
 [[gnu::always_inline]] inline double lgamma_core_t(double x) {
-  if (x <= lgamma_eps) return -std::log(x);
-  if (x <= 1.5) {
-    // Below 0.6796875, -ln x is split off and ln Gamma(x + 1) approximated.
-    dd corr{0.0, 0.0};
-    double z = (x - 0.5) - 0.5;
-    if (x < 0.6796875) {
-      const dd l = log_dd<Fma>(x);
-      corr = {-l.hi, -l.lo};
-      if (x <= 0.5) z = x;
+  if (x > 12.0) {
+    // (x - 1/2) ln x - x + ln sqrt(2 pi) + C(1/x^2)/x, as
+    // x ln x - x (exact product, and x ln x >= 2.48 x) + the small rest.
+    const dd l = log_table_pair<Fma>(x);
+    double res = 0.0;
+    if (x <= lgamma_x_series) {
+      // C(w) by powers of w (Estrin's scheme): a short chain of operations
+      // after the division; C is below 0.04% of the result, so the order of
+      // its roundings does not show.
+      const double inv = 1.0 / x;
+      const double w = inv * inv;
+      const double w2 = w * w;
+      const double lo = (lg_c[5] + w * lg_c[4]) + w2 * (lg_c[3] + w * lg_c[2]);
+      const double hi = (lg_c[1] + w * lg_c[0]) + w2 * lg_c[6];
+      res = (lo + (w2 * w2) * hi) * inv;
     }
-    if (x <= 0.5 || x >= 0.6796875) return add_rounded(corr, near_zero_form<Fma>(z, lg_d1, rational<Fma>(lg_p1, lg_q1, 1.0, z)));
-    return add_rounded(corr, near_zero_form<Fma>(z, lg_d2, rational<Fma>(lg_p2, lg_q2, 1.0, z)));
+    const double rest = (0.9189385332046728 - 0.5 * l.hi) + res;
+    if (x > 0x1p900) return x * ((l.hi - 1.0) + l.lo) + rest;  // beyond Dekker's range; relatively tiny rest
+    const dd p = two_prod<Fma>(x, l.hi);
+    const dd s = fast_two_sum(p.hi, -x);
+    return s.hi + (s.lo + (p.lo + (x - 0.5) * l.lo + rest));
   }
-  if (x <= 4.0) {
+  if (x > 4.0) {
+    const double z = x - 4.0;
+    const dd y = rational_pair<Fma>(lg_lanes4, z);
+    const dd s = two_sum(lg_d4, y.hi);
+    return s.hi + (s.lo + y.lo);
+  }
+  if (x > 1.5) {
     const double z = x - 2.0;
-    const dd r = near_zero_form<Fma>(z, lg_d2, rational<Fma>(lg_p2, lg_q2, 1.0, z));
+    const dd r = times_sum<Fma>(z, lg_d2, rational_pair<Fma>(lg_lanes2, z));
     return r.hi + r.lo;
   }
-  if (x <= 12.0) {
-    const double z = x - 4.0;
-    return add_rounded(dd{lg_d4, 0.0}, mul<Fma>(rational<Fma>(lg_p4, lg_q4, -1.0, z), z));
+  if (x <= lgamma_eps) return -std::log(x);
+  // Below 0.6796875, -ln x is split off and ln Gamma(x + 1) approximated.
+  dd corr{0.0, 0.0};
+  double z = (x - 0.5) - 0.5;
+  if (x < 0.6796875) {
+    const dd l = log_table_pair<Fma>(x);
+    corr = {-l.hi, -l.lo};
+    if (x <= 0.5) z = x;
   }
-  double res = 0.0;
-  if (x <= lgamma_x_series) {
-    const double w = 1.0 / (x * x);
-    res = lg_c[6];
-    for (int i = 0; i < 6; ++i) res = res * w + lg_c[i];
-    res /= x;
-  }
-  // (x - 1/2) ln x - x + ln sqrt(2 pi) + res = x (ln x - 1) + (ln sqrt(2 pi) - ln x / 2 + res).
-  const dd l = log_dd<Fma>(x);
-  const dd lm1 = two_sum(l.hi, -1.0);
-  const dd main = x > 0x1p900 ? dd{x * (lm1.hi + (lm1.lo + l.lo)), 0.0}
-                              : mul<Fma>(fast_two_sum(lm1.hi, lm1.lo + l.lo), x);
-  return add_rounded(main, dd{0.9189385332046728 - 0.5 * l.hi + res, 0.0});
+  const bool first = x <= 0.5 || x >= 0.6796875;
+  const dd r = times_sum<Fma>(z, first ? lg_d1 : lg_d2, rational_pair<Fma>(first ? lg_lanes1 : lg_lanes2, z));
+  return add_rounded(corr, r);
 }
 
 // ln Gamma(1 + a) for -0.3203125 <= a <= 1, from a itself (1 + a would lose
@@ -246,8 +409,12 @@ template <bool Fma>
 }
 
 // The kernels, compiled for the processor in hand (s14/gamma_dispatch.cpp).
-double gamma_core(double x);
-double lgamma_core(double x);
+// The variant for this process, chosen when the library is loaded (a
+// pointer that never changes afterwards): one indirect call, no test.
+extern double (*const gamma_kernel)(double);
+extern double (*const lgamma_kernel)(double);
+inline double gamma_core(double x) { return gamma_kernel(x); }
+inline double lgamma_core(double x) { return lgamma_kernel(x); }
 double lgamma1p(double a);
 // a ln(x/a) + a - x as a pair, a, x > 0 normal: the exponent of the factor
 // x^a e^-x of the incomplete gamma functions, relative to a^a e^-a.

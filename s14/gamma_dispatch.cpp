@@ -3,7 +3,11 @@
 // instruction instead of Dekker's seventeen.  The pairs, and so the results,
 // are the same bits either way; the choice is made per call from the
 // processor's feature bits (no state of our own).
+#include <cstdlib>
+#include <string_view>
+
 #include "s14/gamma.h"
+#include "s14/gamma_vector.h"
 #include "s14/psi.h"
 #include "s14/beta.h"
 
@@ -26,13 +30,35 @@ double log_beta_plain(double a, double b) { return log_beta_t<false>(a, b); }
 void ibeta_plain(double a, double b, double x, double &w, double &w1) { incomplete_beta_t<false>(a, b, x, w, w1); }
 double psi_plain(double x, int k, psi_status &s) { return psi_derivative_t<false>(x, k, s); }
 double lgamma_plain(double x) { return lgamma_core_t<false>(x); }
+[[gnu::target("avx2,fma")]] bool gamma_vector_fast(int64_t n, const double *x, double *f, int64_t *ivalid) {
+  return vector_apply<gamma_lanes, true>(n, x, f, ivalid);
+}
+bool gamma_vector_plain(int64_t n, const double *x, double *f, int64_t *ivalid) {
+  return vector_apply<gamma_lanes, false>(n, x, f, ivalid);
+}
+[[gnu::target("avx2,fma")]] bool lgamma_vector_fast(int64_t n, const double *x, double *f, int64_t *ivalid) {
+  return vector_apply<lgamma_lanes, true>(n, x, f, ivalid);
+}
+bool lgamma_vector_plain(int64_t n, const double *x, double *f, int64_t *ivalid) {
+  return vector_apply<lgamma_lanes, false>(n, x, f, ivalid);
+}
 
-bool has_fma() { return __builtin_cpu_supports("fma") && __builtin_cpu_supports("avx2"); }
+// Decided once per process: the processor's fused multiply-add (with AVX2),
+// unless ZEM_ISA, the library's one instruction-set switch, says
+// "baseline".  Either variant gives the same bits.
+bool choose_fma() {
+  if (const char *forced = std::getenv("ZEM_ISA"); forced && std::string_view(forced) == "baseline") return false;
+  return __builtin_cpu_supports("fma") && __builtin_cpu_supports("avx2");
+}
+bool has_fma() {
+  static const bool fma = choose_fma();
+  return fma;
+}
 
 }  // namespace
 
-double gamma_core(double x) { return has_fma() ? gamma_fast(x) : gamma_plain(x); }
-double lgamma_core(double x) { return has_fma() ? lgamma_fast(x) : lgamma_plain(x); }
+double (*const gamma_kernel)(double) = has_fma() ? gamma_fast : gamma_plain;
+double (*const lgamma_kernel)(double) = has_fma() ? lgamma_fast : lgamma_plain;
 dd log_ratio_term(double a, double x) { return has_fma() ? log_ratio_fast(a, x) : log_ratio_plain(a, x); }
 double lgamma1p(double a) { return has_fma() ? lgamma1p_fast(a) : lgamma1p_plain(a); }
 double log_beta(double a, double b) { return has_fma() ? log_beta_fast(a, b) : log_beta_plain(a, b); }
@@ -40,6 +66,13 @@ void incomplete_beta(double a, double b, double x, double &w, double &w1) {
   return has_fma() ? ibeta_fast(a, b, x, w, w1) : ibeta_plain(a, b, x, w, w1);
 }
 double psi_derivative(double x, int k, psi_status &s) { return has_fma() ? psi_fast(x, k, s) : psi_plain(x, k, s); }
+
+bool gamma_vector(int64_t n, const double *x, double *f, int64_t *ivalid) {
+  return has_fma() ? gamma_vector_fast(n, x, f, ivalid) : gamma_vector_plain(n, x, f, ivalid);
+}
+bool lgamma_vector(int64_t n, const double *x, double *f, int64_t *ivalid) {
+  return has_fma() ? lgamma_vector_fast(n, x, f, ivalid) : lgamma_vector_plain(n, x, f, ivalid);
+}
 
 // For the tests: both variants, whatever the processor.
 double gamma_core_variant(double x, bool fma) { return fma && has_fma() ? gamma_fast(x) : gamma_plain(x); }

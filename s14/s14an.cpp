@@ -1,9 +1,11 @@
 // s14an: Gamma of each element of a vector, with the checks and substitute
-// values of s14aa element by element (s14/gamma.h); a bad element is reported
-// in ivalid and the loop goes on.
+// values of s14aa element by element; the common classes of arguments are
+// evaluated four at a time with vector operations (the loop shared with
+// s14ap, s14/gamma_vector.h), each element bit for bit what s14aa gives.  A bad
+// element is reported in ivalid and the loop goes on.
 #include "s14/s14an.h"
 
-#include "s14/gamma.h"
+#include "s14/gamma_vector.h"
 
 inline constexpr zem::message s14an_messages[] = {
     {1, 1001, NW_IVALID, {"On entry, at least one value of x was invalid.", "Check ivalid for more information."}},
@@ -18,13 +20,7 @@ ZEM_INTERNAL void s14anfn_(engine_data *, const int64_t *n, const double *x, dou
   *ifail = 0;
   const int64_t m = *n;
   if (m < 0) return zem::fail(errbuf, ifail, 2, 1002, m);
-  bool any = false;
-  for (int64_t i = 0; i < m; ++i) {
-    int code = 0;
-    f[i] = zem::s14::gamma_checked(x[i], code);
-    ivalid[i] = code;
-    any |= code != 0;
-  }
+  const bool any = zem::s14::gamma_vector(m, x, f, ivalid);
   if (any) zem::fail(errbuf, ifail, 1, 1001);
 }
 

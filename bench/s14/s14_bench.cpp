@@ -1,112 +1,123 @@
 // Speed of the gamma family against its peers, per call, on the same
-// arguments: s14aa/s14ab against the platform's tgamma/lgamma on x spread
-// over (0.5, 30); s14an/s14ap against a loop of s14aa/s14ab calls; s14ba
-// against GSL's gsl_sf_gamma_inc_P/_Q and Boost's gamma_p/gamma_q on a grid
-// of (a, x).  Run with --benchmark_repetitions=9
-// --benchmark_report_aggregates_only=true and compare the medians.
-#include <benchmark/benchmark.h>
+// arguments: s14aa/s14ab against the platform's tgamma/lgamma (and GSL's
+// and Boost's) on x spread over (0.5, 30); the vector routines s14an/s14ap
+// against the loop of scalar calls they replace; s14ba against GSL's
+// gsl_sf_gamma_inc_P/_Q and Boost's gamma_p/gamma_q on a grid of (a, x)
+// (one s14ba call gives P and Q; the peers need a call each).
+//
+// Google Benchmark through the harness of bench/zem_bench.h: repetitions,
+// random interleaving, aggregates, JSON (s14_bench.json); ours first in each
+// group, so that tools/bench_report.py gives the ratios peer / ours.
+//
+// Usage: s14_bench [--benchmark_* options]
 #include <gsl/gsl_errno.h>
 #include <gsl/gsl_sf_gamma.h>
 #include <zem.h>
 
 #include <boost/math/special_functions/gamma.hpp>
 #include <cmath>
+#include <cstdint>
 #include <random>
 #include <vector>
 
+#include "zem_bench.h"
+
 namespace {
 
-const std::vector<double> &points() {
-  static const std::vector<double> x = [] {
-    std::mt19937_64 g(20261124);
-    std::uniform_real_distribution<double> u(0.5, 30.0);
-    std::vector<double> v(4096);
-    for (auto &e : v) e = u(g);
-    return v;
-  }();
-  return x;
+std::vector<double> spread() {
+  std::mt19937_64 g(20261124);
+  std::uniform_real_distribution<double> u(0.5, 30.0);
+  std::vector<double> v(4096);
+  for (auto &e : v) e = u(g);
+  return v;
 }
 
 struct grid_point {
   double a, x;
 };
-const std::vector<grid_point> &grid() {
-  static const std::vector<grid_point> g = [] {
-    std::vector<grid_point> v;
-    for (double a : {0.1, 0.5, 1.5, 3.0, 7.5, 15.0, 40.0, 100.0})
-      for (double r : {0.05, 0.3, 0.7, 0.95, 1.05, 1.4, 2.5, 6.0}) v.push_back({a, a * r});
-    return v;
-  }();
-  return g;
+std::vector<grid_point> grid() {
+  std::vector<grid_point> v;
+  for (double a : {0.1, 0.5, 1.5, 3.0, 7.5, 15.0, 40.0, 100.0})
+    for (double r : {0.05, 0.3, 0.7, 0.95, 1.05, 1.4, 2.5, 6.0}) v.push_back({a, a * r});
+  return v;
 }
 
 template <typename F>
-void scalar(benchmark::State &state, F f) {
-  const auto &x = points();
-  for (auto _ : state) {
+void per_call(const char *group, const char *name, const std::vector<double> &x, F f) {
+  zem_bench::add(group, name, static_cast<int64_t>(x.size()), [&x, f] {
     double s = 0.0;
     for (double v : x) s += f(v);
-    benchmark::DoNotOptimize(s);
-  }
-  state.SetItemsProcessed(state.iterations() * static_cast<int64_t>(x.size()));
-}
-
-void BM_s14aac(benchmark::State &s) { scalar(s, [](double x) { return s14aac(x, nullptr); }); }
-void BM_tgamma(benchmark::State &s) { scalar(s, [](double x) { return std::tgamma(x); }); }
-void BM_s14abc(benchmark::State &s) { scalar(s, [](double x) { return s14abc(x, nullptr); }); }
-void BM_lgamma(benchmark::State &s) { scalar(s, [](double x) { return std::lgamma(x); }); }
-
-template <bool Gamma>
-void vector_routine(benchmark::State &state) {
-  const auto &x = points();
-  std::vector<double> f(x.size());
-  std::vector<int64_t> iv(x.size());
-  for (auto _ : state) {
-    if (Gamma)
-      s14anc(static_cast<int64_t>(x.size()), x.data(), f.data(), iv.data(), nullptr);
-    else
-      s14apc(static_cast<int64_t>(x.size()), x.data(), f.data(), iv.data(), nullptr);
-    benchmark::DoNotOptimize(f.data());
-  }
-  state.SetItemsProcessed(state.iterations() * static_cast<int64_t>(x.size()));
-}
-void BM_s14anc(benchmark::State &s) { vector_routine<true>(s); }
-void BM_s14apc(benchmark::State &s) { vector_routine<false>(s); }
-
-template <typename F>
-void incomplete(benchmark::State &state, F f) {
-  const auto &g = grid();
-  for (auto _ : state) {
-    double s = 0.0;
-    for (const auto &p : g) s += f(p.a, p.x);
-    benchmark::DoNotOptimize(s);
-  }
-  state.SetItemsProcessed(state.iterations() * static_cast<int64_t>(g.size()));
-}
-void BM_s14bac(benchmark::State &s) {
-  incomplete(s, [](double a, double x) {
-    double p, q;
-    s14bac(a, x, 0.0, &p, &q, nullptr);
-    return p + q;
+    return s;
   });
-}
-void BM_gsl_P_and_Q(benchmark::State &s) {
-  gsl_set_error_handler_off();
-  incomplete(s, [](double a, double x) { return gsl_sf_gamma_inc_P(a, x) + gsl_sf_gamma_inc_Q(a, x); });
-}
-void BM_boost_p_and_q(benchmark::State &s) {
-  incomplete(s, [](double a, double x) { return boost::math::gamma_p(a, x) + boost::math::gamma_q(a, x); });
 }
 
 }  // namespace
 
-BENCHMARK(BM_s14aac);
-BENCHMARK(BM_tgamma);
-BENCHMARK(BM_s14abc);
-BENCHMARK(BM_lgamma);
-BENCHMARK(BM_s14anc);
-BENCHMARK(BM_s14apc);
-BENCHMARK(BM_s14bac);
-BENCHMARK(BM_gsl_P_and_Q);
-BENCHMARK(BM_boost_p_and_q);
-BENCHMARK_MAIN();
+int main(int argc, char **argv) {
+  gsl_set_error_handler_off();
+  static const std::vector<double> x = spread();
+  static std::vector<double> f(x.size());
+  static std::vector<int64_t> iv(x.size());
+  const int64_t n = static_cast<int64_t>(x.size());
+
+  const char *lg = "ln Gamma per call, x uniform on (0.5, 30)";
+  per_call(lg, "s14abc", x, [](double v) { return s14abc(v, nullptr); });
+  per_call(lg, "s14abf_", x, [](double v) {
+    int64_t ifail = 0;
+    return s14abf_(&v, &ifail);
+  });
+  per_call(lg, "glibc lgamma", x, [](double v) { return std::lgamma(v); });
+  per_call(lg, "GSL gsl_sf_lngamma", x, [](double v) { return gsl_sf_lngamma(v); });
+  per_call(lg, "Boost lgamma", x, [](double v) { return boost::math::lgamma(v); });
+
+  const char *ga = "Gamma per call, x uniform on (0.5, 30)";
+  per_call(ga, "s14aac", x, [](double v) { return s14aac(v, nullptr); });
+  per_call(ga, "s14aaf_", x, [](double v) {
+    int64_t ifail = 0;
+    return s14aaf_(&v, &ifail);
+  });
+  per_call(ga, "glibc tgamma", x, [](double v) { return std::tgamma(v); });
+  per_call(ga, "GSL gsl_sf_gamma", x, [](double v) { return gsl_sf_gamma(v); });
+  per_call(ga, "Boost tgamma", x, [](double v) { return boost::math::tgamma(v); });
+
+  // The vector routines against the loop of scalar calls on the same 4096
+  // arguments (time per element).
+  const char *vl = "ln Gamma of 4096 elements, per element";
+  zem_bench::add(vl, "s14apc", n, [n] {
+    s14apc(n, x.data(), f.data(), iv.data(), nullptr);
+    return f[0] + f[n - 1];
+  });
+  per_call(vl, "loop of s14abc", x, [](double v) { return s14abc(v, nullptr); });
+  per_call(vl, "loop of glibc lgamma", x, [](double v) { return std::lgamma(v); });
+  const char *vg = "Gamma of 4096 elements, per element";
+  zem_bench::add(vg, "s14anc", n, [n] {
+    s14anc(n, x.data(), f.data(), iv.data(), nullptr);
+    return f[0] + f[n - 1];
+  });
+  per_call(vg, "loop of s14aac", x, [](double v) { return s14aac(v, nullptr); });
+  per_call(vg, "loop of glibc tgamma", x, [](double v) { return std::tgamma(v); });
+
+  static const std::vector<grid_point> g = grid();
+  const int64_t gn = static_cast<int64_t>(g.size());
+  const char *pq = "P and Q on a grid of 64 (a, x), per point";
+  zem_bench::add(pq, "s14bac", gn, [] {
+    double s = 0.0;
+    for (const auto &p : g) {
+      double pv = 0.0, qv = 0.0;
+      s14bac(p.a, p.x, 0.0, &pv, &qv, nullptr);
+      s += pv + qv;
+    }
+    return s;
+  });
+  zem_bench::add(pq, "GSL gamma_inc_P + _Q", gn, [] {
+    double s = 0.0;
+    for (const auto &p : g) s += gsl_sf_gamma_inc_P(p.a, p.x) + gsl_sf_gamma_inc_Q(p.a, p.x);
+    return s;
+  });
+  zem_bench::add(pq, "Boost gamma_p + gamma_q", gn, [] {
+    double s = 0.0;
+    for (const auto &p : g) s += boost::math::gamma_p(p.a, p.x) + boost::math::gamma_q(p.a, p.x);
+    return s;
+  });
+  return zem_bench::run(argc, argv, "s14");
+}
