@@ -166,6 +166,37 @@ TEST(E04st, Hs71ExactAndLimitedMemory) {
   }
 }
 
+// A warm start: "Initial U" = "User" with nnzu = 0 takes the multipliers
+// from the store, x from the last solve (read back from the store, as a
+// program that no longer holds it would); from the optimum the solver
+// confirms it in a few iterations, with the same answer.
+TEST(E04st, WarmStartFromTheStore) {
+  for (bool hessian : {true, false}) {
+    handle_guard g;
+    make_hs71(g, hessian);
+    hs71_data d;
+    const run_out cold = solve_hs71(g.h, d, hessian);
+    ASSERT_EQ(cold.code, NE_NOERROR) << cold.message;
+    set(g.h, "Initial U = User");
+    double x[4], rinfo[100], stats[100];
+    Zem_Fail f{};
+    f.print = 0;
+    e04rxc(g.h, "PRIMAL", 0, 4, x, &f);
+    ASSERT_EQ(f.code, NE_NOERROR);
+    Zem_Comm comm = ZEM_COMM_INIT;
+    comm.p = &d;
+    e04stc(g.h, hs71_objfun, hs71_objgrd, hs71_confun, hs71_congrd, hessian ? hs71_hess : nullptr, nullptr, 4, x, 0,
+           nullptr, rinfo, stats, &comm, &f);
+    ASSERT_EQ(f.code, NE_NOERROR) << f.message;
+    EXPECT_LE(stats[0], 3) << "cold start: " << cold.stats[0];
+    EXPECT_NEAR(rinfo[0], cold.rinfo[0], 1e-9 * 17.014);
+    for (int k = 0; k < 4; ++k) EXPECT_NEAR(x[k], cold.x[k], 1e-7);
+    double u[6];
+    e04rxc(g.h, "DUAL VARIABLES", 0, 6, u, &f);
+    for (int k = 0; k < 6; ++k) EXPECT_NEAR(u[k], cold.u[k], 1e-5 * (1 + std::fabs(cold.u[k])));
+  }
+}
+
 // ---- Linear and quadratic models: evaluated by the library alone -------
 TEST(E04st, LinearQuadraticModels) {
   struct model_case {
