@@ -48,6 +48,15 @@ inline constexpr zem::message e04st_messages[] = {
      {"On entry, 'Bound Relax Factor' = %s and", "'Stop Tolerance Feasibility' = %s",
       "Constraint: 'Bound Relax Factor' <= 'Stop Tolerance Feasibility'.",
       "Use e04zmf to set compatible option values."}},
+    {7, 1030, NE_DERIV_ERRORS,
+     {"The user-supplied derivatives appear to be wrong: 'Verify Derivatives'",
+      "found entries that differ from their finite-difference estimates at x",
+      "(listed on 'Print File' when 'Print Level' >= 1).", "Entries flagged: %s.",
+      "No step was taken; x is unchanged."},
+     {"The user-supplied derivatives appear to be wrong: 'Verify Derivatives'",
+      "found entries that differ from their finite-difference estimates at x",
+      "(listed on 'Print File' when 'Print Level' >= 1).", "Entries flagged: %s",
+      "No step was taken; x is unchanged."}},
     {10, 1021, NE_TOO_MANY_ITER,
      {"The iteration limit was reached:", "'Outer Iteration Limit' = %s.", "x holds the last iterate."},
      {"The iteration limit was reached:", "'Outer Iteration Limit' = %s", "x holds the last iterate."}},
@@ -223,6 +232,7 @@ ZEM_INTERNAL void e04stfn_(engine_data *en_data, void *const *handle, zem_routin
     case nlp::outcome::unbounded: return zem::fail(errbuf, ifail, 21, 1024);
     case nlp::outcome::numerical: return zem::fail(errbuf, ifail, 22, 1025);
     case nlp::outcome::invalid_number: return zem::fail(errbuf, ifail, 23, 1027);
+    case nlp::outcome::derivative_errors: return zem::fail(errbuf, ifail, 7, 1030, r.wrong_derivatives);
     case nlp::outcome::memory: return zem::alloc_fail(ifail);
     case nlp::outcome::internal: return zem::fail(errbuf, ifail, 22, 1026);
   }
