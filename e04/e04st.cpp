@@ -12,9 +12,10 @@
 // function), solves, stores the results in the handle and makes the handle
 // editable again on every path.
 //
-// Six user functions, each through its own callback chain: objfun, objgrd
-// (nonlinear objective), confun, congrd (nonlinear constraints), hess
-// (second derivatives) and monit (every "Monitor Frequency" iterations).
+// Six user functions, each through its own callback chain (one line each,
+// below): objfun, objgrd (nonlinear objective), confun, congrd (nonlinear
+// constraints), hess (second derivatives) and monit (every "Monitor
+// Frequency" iterations).
 #include <cmath>
 #include <cstdint>
 #include <cstring>
@@ -23,6 +24,7 @@
 #include "e04/ipopt_bridge.h"
 #include "e04/model.h"
 #include "e04/options.h"
+#include "frame/adaptors.h"
 
 inline constexpr zem::message e04st_messages[] = {
     ZEM_E04_HANDLE_ROWS,
@@ -46,6 +48,15 @@ inline constexpr zem::message e04st_messages[] = {
      {"On entry, 'Bound Relax Factor' = %s and", "'Stop Tolerance Feasibility' = %s",
       "Constraint: 'Bound Relax Factor' <= 'Stop Tolerance Feasibility'.",
       "Use e04zmf to set compatible option values."}},
+    {7, 1030, NE_DERIV_ERRORS,
+     {"The user-supplied derivatives appear to be wrong: 'Verify Derivatives'",
+      "found entries that differ from their finite-difference estimates at x",
+      "(listed on 'Print File' when 'Print Level' >= 1).", "Entries flagged: %s.",
+      "No step was taken; x is unchanged."},
+     {"The user-supplied derivatives appear to be wrong: 'Verify Derivatives'",
+      "found entries that differ from their finite-difference estimates at x",
+      "(listed on 'Print File' when 'Print Level' >= 1).", "Entries flagged: %s",
+      "No step was taken; x is unchanged."}},
     {10, 1021, NE_TOO_MANY_ITER,
      {"The iteration limit was reached:", "'Outer Iteration Limit' = %s.", "x holds the last iterate."},
      {"The iteration limit was reached:", "'Outer Iteration Limit' = %s", "x holds the last iterate."}},
@@ -91,12 +102,6 @@ ZEM_REGISTER_MESSAGES(e04st)
 #define E04ST_MONIT_ARGS(V, A, U)                                                                          \
   V(const int64_t *, nvar) A(const double *, x) V(int64_t *, inform) A(const double *, rinfo)              \
   A(const double *, stats) A(int64_t *, iuser) A(double *, ruser)
-ZEM_CALLBACK_CHAIN(e04st, objfun, E04ST_OBJFUN_ARGS)
-ZEM_CALLBACK_CHAIN(e04st, objgrd, E04ST_OBJGRD_ARGS)
-ZEM_CALLBACK_CHAIN(e04st, confun, E04ST_CONFUN_ARGS)
-ZEM_CALLBACK_CHAIN(e04st, congrd, E04ST_CONGRD_ARGS)
-ZEM_CALLBACK_CHAIN(e04st, hess, E04ST_HESS_ARGS)
-ZEM_CALLBACK_CHAIN(e04st, monit, E04ST_MONIT_ARGS)
 
 namespace {
 // A negative inform is a stop request, in both interfaces (-8888, the
@@ -106,92 +111,17 @@ inline void take_inform(engine_data *en_data, int64_t inform) {
 }
 }  // namespace
 
-// Fortran adaptors: the user's routine with every argument by reference.
-ZEM_INTERNAL void e04stf_objfunh_(engine_data *en_data, zem_routine f, const int64_t *nvar, const double *x,
-                                  double *fx, int64_t *inform, int64_t *iuser, double *ruser) {
-  reinterpret_cast<Zem_E04ST_ObjfunF>(f)(nvar, x, fx, inform, iuser, ruser);
-  take_inform(en_data, *inform);
-}
-ZEM_INTERNAL void e04stf_objgrdh_(engine_data *en_data, zem_routine f, const int64_t *nvar, const double *x,
-                                  const int64_t *nnzfd, double *fdx, int64_t *inform, int64_t *iuser, double *ruser) {
-  reinterpret_cast<Zem_E04ST_ObjgrdF>(f)(nvar, x, nnzfd, fdx, inform, iuser, ruser);
-  take_inform(en_data, *inform);
-}
-ZEM_INTERNAL void e04stf_confunh_(engine_data *en_data, zem_routine f, const int64_t *nvar, const double *x,
-                                  const int64_t *ncnln, double *gx, int64_t *inform, int64_t *iuser, double *ruser) {
-  reinterpret_cast<Zem_E04ST_ConfunF>(f)(nvar, x, ncnln, gx, inform, iuser, ruser);
-  take_inform(en_data, *inform);
-}
-ZEM_INTERNAL void e04stf_congrdh_(engine_data *en_data, zem_routine f, const int64_t *nvar, const double *x,
-                                  const int64_t *nnzgd, double *gdx, int64_t *inform, int64_t *iuser, double *ruser) {
-  reinterpret_cast<Zem_E04ST_CongrdF>(f)(nvar, x, nnzgd, gdx, inform, iuser, ruser);
-  take_inform(en_data, *inform);
-}
-ZEM_INTERNAL void e04stf_hessh_(engine_data *en_data, zem_routine f, const int64_t *nvar, const double *x,
-                                const int64_t *ncnln, const int64_t *idf, const double *sigma, const double *lambda,
-                                const int64_t *nnzh, double *hx, int64_t *inform, int64_t *iuser, double *ruser) {
-  reinterpret_cast<Zem_E04ST_HessF>(f)(nvar, x, ncnln, idf, sigma, lambda, nnzh, hx, inform, iuser, ruser);
-  take_inform(en_data, *inform);
-}
-ZEM_INTERNAL void e04stf_monith_(engine_data *en_data, zem_routine f, const int64_t *nvar, const double *x,
-                                 int64_t *inform, const double *rinfo, const double *stats, int64_t *iuser,
-                                 double *ruser) {
-  reinterpret_cast<Zem_E04ST_MonitF>(f)(nvar, x, inform, rinfo, stats, iuser, ruser);
-  take_inform(en_data, *inform);
-}
-
-// C adaptors: values by value, the comm record, and its flag watched.
-ZEM_INTERNAL void e04stc_objfun_helper(engine_data *en_data, zem_routine f, const int64_t *nvar, const double *x,
-                                       double *fx, int64_t *inform, int64_t *iuser, double *) {
-  Zem_Comm *comm = zem::comm_from(iuser);
-  const zem::comm_watch watch(comm);
-  reinterpret_cast<Zem_E04ST_Objfun>(f)(*nvar, x, fx, inform, comm);
-  watch.take(en_data);
-  take_inform(en_data, *inform);
-}
-ZEM_INTERNAL void e04stc_objgrd_helper(engine_data *en_data, zem_routine f, const int64_t *nvar, const double *x,
-                                       const int64_t *nnzfd, double *fdx, int64_t *inform, int64_t *iuser, double *) {
-  Zem_Comm *comm = zem::comm_from(iuser);
-  const zem::comm_watch watch(comm);
-  reinterpret_cast<Zem_E04ST_Objgrd>(f)(*nvar, x, *nnzfd, fdx, inform, comm);
-  watch.take(en_data);
-  take_inform(en_data, *inform);
-}
-ZEM_INTERNAL void e04stc_confun_helper(engine_data *en_data, zem_routine f, const int64_t *nvar, const double *x,
-                                       const int64_t *ncnln, double *gx, int64_t *inform, int64_t *iuser, double *) {
-  Zem_Comm *comm = zem::comm_from(iuser);
-  const zem::comm_watch watch(comm);
-  reinterpret_cast<Zem_E04ST_Confun>(f)(*nvar, x, *ncnln, gx, inform, comm);
-  watch.take(en_data);
-  take_inform(en_data, *inform);
-}
-ZEM_INTERNAL void e04stc_congrd_helper(engine_data *en_data, zem_routine f, const int64_t *nvar, const double *x,
-                                       const int64_t *nnzgd, double *gdx, int64_t *inform, int64_t *iuser, double *) {
-  Zem_Comm *comm = zem::comm_from(iuser);
-  const zem::comm_watch watch(comm);
-  reinterpret_cast<Zem_E04ST_Congrd>(f)(*nvar, x, *nnzgd, gdx, inform, comm);
-  watch.take(en_data);
-  take_inform(en_data, *inform);
-}
-ZEM_INTERNAL void e04stc_hess_helper(engine_data *en_data, zem_routine f, const int64_t *nvar, const double *x,
-                                     const int64_t *ncnln, const int64_t *idf, const double *sigma,
-                                     const double *lambda, const int64_t *nnzh, double *hx, int64_t *inform,
-                                     int64_t *iuser, double *) {
-  Zem_Comm *comm = zem::comm_from(iuser);
-  const zem::comm_watch watch(comm);
-  reinterpret_cast<Zem_E04ST_Hess>(f)(*nvar, x, *ncnln, *idf, *sigma, lambda, *nnzh, hx, inform, comm);
-  watch.take(en_data);
-  take_inform(en_data, *inform);
-}
-ZEM_INTERNAL void e04stc_monit_helper(engine_data *en_data, zem_routine f, const int64_t *nvar, const double *x,
-                                      int64_t *inform, const double *rinfo, const double *stats, int64_t *iuser,
-                                      double *) {
-  Zem_Comm *comm = zem::comm_from(iuser);
-  const zem::comm_watch watch(comm);
-  reinterpret_cast<Zem_E04ST_Monit>(f)(*nvar, x, inform, rinfo, stats, comm);
-  watch.take(en_data);
-  take_inform(en_data, *inform);
-}
+// One line a user function: its chain and its two adaptors (Fortran: every
+// argument by reference; C: scalars in by value, the comm record last).
+#define E04ST_CALLBACK(arg, Type, ARGS)                                                          \
+  ZEM_CALLBACK_CHAIN(e04st, arg, ARGS)                                                           \
+  ZEM_CALLBACK_ADAPTORS(e04st, arg, ARGS, Zem_E04ST_##Type##F, Zem_E04ST_##Type, take_inform(en_data, *inform))
+E04ST_CALLBACK(objfun, Objfun, E04ST_OBJFUN_ARGS)
+E04ST_CALLBACK(objgrd, Objgrd, E04ST_OBJGRD_ARGS)
+E04ST_CALLBACK(confun, Confun, E04ST_CONFUN_ARGS)
+E04ST_CALLBACK(congrd, Congrd, E04ST_CONGRD_ARGS)
+E04ST_CALLBACK(hess, Hess, E04ST_HESS_ARGS)
+E04ST_CALLBACK(monit, Monit, E04ST_MONIT_ARGS)
 
 #define E04ST_ARGS(V, A, U)                                                                                  \
   A(void *const *, handle) U(zem_routine, objfun) U(e04st_objfun_adaptor, objfun_adaptor)                  \
@@ -302,6 +232,7 @@ ZEM_INTERNAL void e04stfn_(engine_data *en_data, void *const *handle, zem_routin
     case nlp::outcome::unbounded: return zem::fail(errbuf, ifail, 21, 1024);
     case nlp::outcome::numerical: return zem::fail(errbuf, ifail, 22, 1025);
     case nlp::outcome::invalid_number: return zem::fail(errbuf, ifail, 23, 1027);
+    case nlp::outcome::derivative_errors: return zem::fail(errbuf, ifail, 7, 1030, r.wrong_derivatives);
     case nlp::outcome::memory: return zem::alloc_fail(ifail);
     case nlp::outcome::internal: return zem::fail(errbuf, ifail, 22, 1026);
   }

@@ -15,8 +15,8 @@
 // lines through the library's record writer (frame/units.h), one unit per
 // journal.  The dependency's own console output is never created, its
 // options file is never read, and at print levels below 4 it prints
-// nothing at all: the iteration log is ours (docs/e04st.md lists its
-// columns).
+// nothing but the derivative checker's findings ("Verify Derivatives"):
+// the iteration log is ours (docs/e04st.md lists its columns).
 #include "e04/ipopt_bridge.h"
 
 #include <IpIpoptApplication.hpp>
@@ -75,9 +75,14 @@ class unit_journal final : public Ipopt::Journal {
   // Nothing of the dependency's (not even its insuppressible banner) below
   // the level this journal was made for.
   bool IsAccepted(Ipopt::EJournalCategory category, Ipopt::EJournalLevel level) const override {
-    if (unit_ < 0 || level_ == Ipopt::J_NONE) return false;
+    if (unit_ < 0) return false;
+    if (checker_ && category == Ipopt::J_NLP && level > Ipopt::J_NONE && level <= Ipopt::J_WARNING) return true;
+    if (level_ == Ipopt::J_NONE) return false;
     return Ipopt::Journal::IsAccepted(category, level);
   }
+  // The derivative checker's findings (warnings of the NLP category) pass
+  // whatever the level.
+  void show_checker() { checker_ = true; }
 
  protected:
   void PrintImpl(Ipopt::EJournalCategory, Ipopt::EJournalLevel, const char *str) override { take(str); }
@@ -118,6 +123,41 @@ class unit_journal final : public Ipopt::Journal {
   Ipopt::EJournalLevel level_;
   std::string pending_;
   bool failed_ = false;
+  bool checker_ = false;
+};
+
+// The derivative checker's verdict.  The dependency's checker prints one
+// line per derivative entry whose finite-difference estimate differs by
+// more than its tolerance, marked by a '*' in the first column, as a
+// warning of its NLP category; this journal, which takes nothing else,
+// counts them.  (What it prints goes to the user through unit_journal.)
+class check_journal final : public Ipopt::Journal {
+ public:
+  check_journal() : Ipopt::Journal("zem derivative check", Ipopt::J_WARNING) {}
+  int64_t flagged() const { return flagged_; }
+  // Nothing but those warnings (not the banner, which every journal is
+  // offered at a level below J_NONE).
+  bool IsAccepted(Ipopt::EJournalCategory category, Ipopt::EJournalLevel level) const override {
+    return category == Ipopt::J_NLP && level > Ipopt::J_NONE && level <= Ipopt::J_WARNING;
+  }
+
+ protected:
+  void PrintImpl(Ipopt::EJournalCategory, Ipopt::EJournalLevel, const char *str) override { take(str); }
+  void PrintfImpl(Ipopt::EJournalCategory, Ipopt::EJournalLevel, const char *fmt, va_list ap) override {
+    char buf[512];
+    if (std::vsnprintf(buf, sizeof buf, fmt, ap) >= 0) take(buf);
+  }
+  void FlushBufferImpl() override {}
+
+ private:
+  void take(const char *s) {
+    for (; *s; ++s) {
+      if (at_line_start_ && *s == '*') ++flagged_;
+      at_line_start_ = *s == '\n';
+    }
+  }
+  int64_t flagged_ = 0;
+  bool at_line_start_ = true;
 };
 
 // The dependency's level for our print level: its final statistics at 4,
@@ -161,15 +201,16 @@ double now(int64_t kind) {
 class model_nlp final : public Ipopt::TNLP {
  public:
   model_nlp(problem &p, user_functions &f, const settings &s, double *x, double *u, double *rinfo, double *stats,
-            unit_journal *out, int64_t out_level, unit_journal *mon, int64_t mon_level)
+            unit_journal *out, int64_t out_level, unit_journal *mon, int64_t mon_level, const check_journal *check)
       : p_(p), f_(f), s_(s), x_(x), u_(u), rinfo_(rinfo), stats_(stats), out_(out), out_level_(out_level), mon_(mon),
-        mon_level_(mon_level) {
+        mon_level_(mon_level), check_(check) {
     build();
   }
 
   // Outcome bits the solve reads after the run.
   int64_t stop_flag = 0;
   bool time_up = false;
+  bool wrong_derivatives = false;  // set at iteration 0 from the derivative check
   bool have_point = false;
   int64_t nan_count = 0;
   int64_t iterations = 0;
@@ -268,6 +309,12 @@ class model_nlp final : public Ipopt::TNLP {
   bool intermediate_callback(Ipopt::AlgorithmMode mode, Index iter, Number obj, Number inf_pr, Number inf_du,
                              Number mu, Number d_norm, Number, Number, Number alpha_pr, Index ls_trials,
                              const Ipopt::IpoptData *, Ipopt::IpoptCalculatedQuantities *) override {
+    if (iter == 0 && check_ && check_->flagged() > 0) {
+      // The derivative check ran before this first call: stop before any
+      // step with derivatives the check found wrong.
+      wrong_derivatives = true;
+      return false;
+    }
     iterations = iter;
     last_inf_du = inf_du;
     last_mu = mu;
@@ -723,6 +770,7 @@ class model_nlp final : public Ipopt::TNLP {
   int64_t out_level_;
   unit_journal *mon_;
   int64_t mon_level_;
+  const check_journal *check_;
 
   int64_t n_ = 0, m_full_ = 0;
   bool any_nl_ = false;
@@ -798,9 +846,13 @@ result solve(problem &p, engine_data en, user_functions &f, double *x, double *u
     Ipopt::SmartPtr<unit_journal> mon = new unit_journal(en, "zem monitoring file", munit, dependency_level(mlevel));
     const bool print_on = punit >= 0 && plevel > 0, mon_on = munit >= 0 && mlevel > 0;
 
+    const int64_t verify = int_value(o, opt::verify_derivatives);  // 0 No, 1 Yes, 2 Auto, 3 Cheap
+    const bool check = verify == 1 || verify == 3;
+    Ipopt::SmartPtr<check_journal> checked = new check_journal();
     Ipopt::SmartPtr<model_nlp> nlp =
         new model_nlp(p, f, s, x, u, rinfo, stats, print_on ? Ipopt::GetRawPtr(out) : nullptr, plevel,
-                      mon_on ? Ipopt::GetRawPtr(mon) : nullptr, mlevel);
+                      mon_on ? Ipopt::GetRawPtr(mon) : nullptr, mlevel, check ? Ipopt::GetRawPtr(checked) : nullptr);
+    const std::vector<double> x_start(x, x + p.s.nvar);
     // Starting multipliers: u on entry, or the handle's stored "DUAL".
     bool warm = false;
     if (s.warm_u) {
@@ -821,6 +873,7 @@ result solve(problem &p, engine_data en, user_functions &f, double *x, double *u
     Ipopt::SmartPtr<Ipopt::IpoptApplication> app = new Ipopt::IpoptApplication(false /* no console */);
     app->Jnlst()->AddJournal(Ipopt::GetRawPtr(out));
     app->Jnlst()->AddJournal(Ipopt::GetRawPtr(mon));
+    if (check) app->Jnlst()->AddJournal(Ipopt::GetRawPtr(checked));
     Ipopt::SmartPtr<Ipopt::OptionsList> ol = app->Options();
     // The option mapping (docs/e04st.md has the table).
     ol->SetIntegerValue("max_iter", static_cast<Index>(std::min<int64_t>(int_value(o, opt::outer_iteration_limit), index_max)));
@@ -842,16 +895,26 @@ result solve(problem &p, engine_data en, user_functions &f, double *x, double *u
       ol->SetIntegerValue("limited_memory_max_history",
                           static_cast<Index>(std::min<int64_t>(int_value(o, opt::quasi_newton_max_history), 1000)));
     }
-    const int64_t verify = int_value(o, opt::verify_derivatives);
-    if (verify == 1 || verify == 3) {
+    if (check) {
       ol->SetStringValue("derivative_test", verify == 1 && s.exact_hessian ? "second-order" : "first-order");
       ol->SetStringValue("derivative_test_print_all", "no");
     }
-    if (warm) ol->SetStringValue("warm_start_init_point", "yes");
-    // With the log on, the derivative checker's findings are warnings of
-    // the dependency: let them through.
-    if (verify == 1 || verify == 3) {
-      if (plevel > 0 && plevel < 4) out->SetPrintLevel(Ipopt::J_NLP, Ipopt::J_WARNING);
+    if (warm) {
+      // A warm start keeps x and the multipliers where they are, moved off
+      // their bounds by at most 1e-6 (relative), instead of the cold start's
+      // push of 1e-2: a point that is already optimal is confirmed in two or
+      // three iterations.  The barrier parameter starts as in a cold start,
+      // so that poor multipliers (an edited model) are corrected.
+      ol->SetStringValue("warm_start_init_point", "yes");
+      for (const char *k : {"warm_start_bound_push", "warm_start_bound_frac", "warm_start_slack_bound_push",
+                            "warm_start_slack_bound_frac", "warm_start_mult_bound_push"})
+        ol->SetNumericValue(k, 1e-6);
+    }
+    // The derivative checker's findings are warnings of the dependency's
+    // NLP category: on both outputs at every level that prints at all.
+    if (check) {
+      if (plevel > 0) out->show_checker();
+      if (mlevel > 0) mon->show_checker();
     }
     std::istringstream no_file;  // never the dependency's options file
     Ipopt::ApplicationReturnStatus st = app->Initialize(no_file);
@@ -867,7 +930,13 @@ result solve(problem &p, engine_data en, user_functions &f, double *x, double *u
     out->flush_pending();
     mon->flush_pending();
 
-    if (nlp->stop_flag != 0) {
+    if (nlp->wrong_derivatives) {
+      // No step was taken: x as on entry, nothing stored but the counts.
+      res.out = outcome::derivative_errors;
+      res.wrong_derivatives = checked->flagged();
+      nlp->have_point = false;
+      std::copy(x_start.begin(), x_start.end(), x);
+    } else if (nlp->stop_flag != 0) {
       res.out = outcome::user_stop;
       res.stop_flag = nlp->stop_flag;
     } else if (nlp->time_up) {
@@ -907,6 +976,7 @@ result solve(problem &p, engine_data en, user_functions &f, double *x, double *u
                                               "problem seems unbounded",
                                               "numerical difficulties",
                                               "a user function gave a value that is not finite",
+                                              "the derivative check found wrong derivatives",
                                               "out of memory",
                                               "internal error"};
       j.line(std::string(" Status: ") + names[static_cast<int>(res.out)]);

@@ -64,6 +64,7 @@ enum class outcome {
   unbounded,
   numerical,
   invalid_number,  // a user function gave a value that is not finite where the solver could not step back
+  derivative_errors,  // "Verify Derivatives" found wrong derivatives; no step was taken
   memory,
   internal,
 };
@@ -71,6 +72,7 @@ enum class outcome {
 struct result {
   outcome out = outcome::internal;
   int64_t stop_flag = 0;  // the callback status of a user stop
+  int64_t wrong_derivatives = 0;  // entries the derivative check flagged
 };
 
 // Solves; x is the start on entry and the final point on exit (when the

@@ -37,6 +37,7 @@ struct hs71_data {
   int calls = 0;
   int stop_at = -1;     // objfun call on which comm->flag changes
   bool nan_at_start = false;
+  bool wrong_gradient = false;  // d f / d x2 off by a factor 1.5
   void *handle = nullptr;  // for calls back into the library
   int64_t reentry_code = -1, option_code = -1;
 };
@@ -58,9 +59,10 @@ void hs71_objfun(int64_t, const double x[], double *fx, int64_t *, Zem_Comm *com
     d->option_code = f2.code;
   }
 }
-void hs71_objgrd(int64_t, const double x[], int64_t, double g[], int64_t *, Zem_Comm *) {
+void hs71_objgrd(int64_t, const double x[], int64_t, double g[], int64_t *, Zem_Comm *comm) {
+  const bool wrong = comm && comm->p && static_cast<hs71_data *>(comm->p)->wrong_gradient;
   g[0] = x[3] * (2 * x[0] + x[1] + x[2]);
-  g[1] = x[0] * x[3];
+  g[1] = x[0] * x[3] * (wrong ? 1.5 : 1.0);
   g[2] = x[0] * x[3] + 1;
   g[3] = x[0] * (x[0] + x[1] + x[2]);
 }
@@ -121,16 +123,18 @@ struct run_out {
   double rinfo[100], stats[100];
 };
 
-run_out solve_hs71(void *h, hs71_data &d, bool hessian, Zem_E04ST_Monit monit = nullptr) {
+// From x0 (the book's start by default); nnzu = 0 leaves u out.
+run_out solve_hs71(void *h, hs71_data &d, bool hessian, Zem_E04ST_Monit monit = nullptr,
+                   std::vector<double> x0 = {1, 5, 5, 1}, int64_t nnzu = 6) {
   run_out r;
-  r.x = {1, 5, 5, 1};
+  r.x = x0;
   r.u.assign(4 + 2, 0.0);
   Zem_Comm comm = ZEM_COMM_INIT;
   comm.p = &d;
   Zem_Fail fail{};
   fail.print = 0;
   e04stc(h, hs71_objfun, hs71_objgrd, hs71_confun, hs71_congrd, hessian ? hs71_hess : nullptr, monit, 4, r.x.data(),
-         6, r.u.data(), r.rinfo, r.stats, &comm, &fail);
+         nnzu, r.u.data(), r.rinfo, r.stats, &comm, &fail);
   r.code = fail.code;
   r.message = fail.message;
   return r;
@@ -163,6 +167,108 @@ TEST(E04st, Hs71ExactAndLimitedMemory) {
     EXPECT_NEAR(cv[1], 40.0, 1e-6);
     EXPECT_GT(r.stats[0], 3);
     EXPECT_EQ(hessian, r.stats[5] > 0);
+  }
+}
+
+// A warm start: "Initial U" = "User" with nnzu = 0 takes the multipliers
+// from the store, x from the last solve (read back from the store, as a
+// program that no longer holds it would); from the optimum the solver
+// confirms it in a few iterations, with the same answer.
+TEST(E04st, WarmStartFromTheStore) {
+  for (bool hessian : {true, false}) {
+    handle_guard g;
+    make_hs71(g, hessian);
+    hs71_data d;
+    const run_out cold = solve_hs71(g.h, d, hessian);
+    ASSERT_EQ(cold.code, NE_NOERROR) << cold.message;
+    set(g.h, "Initial U = User");
+    std::vector<double> x(4);
+    Zem_Fail f{};
+    e04rxc(g.h, "PRIMAL", 0, 4, x.data(), &f);
+    ASSERT_EQ(f.code, NE_NOERROR);
+    const run_out warm = solve_hs71(g.h, d, hessian, nullptr, x, 0);
+    ASSERT_EQ(warm.code, NE_NOERROR) << warm.message;
+    EXPECT_LE(warm.stats[0], 3) << "cold start: " << cold.stats[0];
+    EXPECT_NEAR(warm.rinfo[0], cold.rinfo[0], 1e-9 * 17.014);
+    for (int k = 0; k < 4; ++k) EXPECT_NEAR(warm.x[k], cold.x[k], 1e-7);
+    double u[6];
+    e04rxc(g.h, "DUAL VARIABLES", 0, 6, u, &f);
+    for (int k = 0; k < 6; ++k) EXPECT_NEAR(u[k], cold.u[k], 1e-5 * (1 + std::fabs(cold.u[k])));
+  }
+}
+
+// "Verify Derivatives": the dependency's check runs at the start and its
+// findings are printed on the print file; a wrong derivative ends the call
+// with NE_DERIV_ERRORS before any step, x as on entry and the handle usable.
+void fortran_objfun(const int64_t *n, const double x[], double *fx, int64_t *inform, int64_t *, double *ruser) {
+  Zem_Comm comm = ZEM_COMM_INIT;
+  comm.p = ruser;
+  hs71_objfun(*n, x, fx, inform, &comm);
+}
+void fortran_objgrd(const int64_t *n, const double x[], const int64_t *nz, double g[], int64_t *inform, int64_t *,
+                    double *ruser) {
+  Zem_Comm comm = ZEM_COMM_INIT;
+  comm.p = ruser;
+  hs71_objgrd(*n, x, *nz, g, inform, &comm);
+}
+void fortran_confun(const int64_t *n, const double x[], const int64_t *m, double g[], int64_t *inform, int64_t *,
+                    double *) {
+  hs71_confun(*n, x, *m, g, inform, nullptr);
+}
+void fortran_congrd(const int64_t *n, const double x[], const int64_t *nz, double j[], int64_t *inform, int64_t *,
+                    double *) {
+  hs71_congrd(*n, x, *nz, j, inform, nullptr);
+}
+void fortran_hess(const int64_t *, const double[], const int64_t *, const int64_t *, const double *, const double[],
+                  const int64_t *, double[], int64_t *, int64_t *, double *) {}
+void fortran_monit(const int64_t *, const double[], int64_t *, const double[], const double[], int64_t *, double *) {}
+
+TEST(E04st, VerifyDerivatives) {
+  handle_guard g;
+  make_hs71(g, true);
+  set(g.h, "Verify Derivatives = Yes");
+  set(g.h, "Print Level = 1");
+  {
+    hs71_data d;
+    testing::internal::CaptureStdout();
+    const run_out r = solve_hs71(g.h, d, true);
+    const std::string out = testing::internal::GetCapturedStdout();
+    EXPECT_EQ(r.code, NE_NOERROR) << r.message;
+    EXPECT_NE(out.find("No errors detected by derivative checker."), std::string::npos) << out;
+  }
+  for (bool hessian : {true, false}) {
+    hs71_data d;
+    d.wrong_gradient = true;
+    testing::internal::CaptureStdout();
+    const run_out r = solve_hs71(g.h, d, hessian);
+    const std::string out = testing::internal::GetCapturedStdout();
+    // With second derivatives the Hessian's entries (1,2) and (2,4) are
+    // checked against differences of the wrong gradient too.
+    EXPECT_EQ(r.message,
+              std::string("NE_DERIV_ERRORS:\n  The user-supplied derivatives appear to be wrong: 'Verify Derivatives'\n"
+                          "  found entries that differ from their finite-difference estimates at x\n"
+                          "  (listed on 'Print File' when 'Print Level' >= 1).\n  Entries flagged: ") +
+                  (hessian ? "3" : "1") + ".\n  No step was taken; x is unchanged.");
+    EXPECT_NE(out.find("* grad_f[          1]"), std::string::npos) << out;
+    EXPECT_EQ(r.x, std::vector<double>({1, 5, 5, 1}));
+    EXPECT_EQ(r.stats[0], 0);
+  }
+  // The Fortran entry: the same failure as ifail = 7.
+  {
+    hs71_data d;
+    d.wrong_gradient = true;
+    set(g.h, "Print Level = 0");
+    double x[4] = {1, 5, 5, 1}, rinfo[100], stats[100];
+    const int64_t nvar = 4, nnzu = 0;
+    int64_t iuser[1] = {0}, ifail = 1;
+    e04stf_(&g.h, fortran_objfun, fortran_objgrd, fortran_confun, fortran_congrd, fortran_hess, fortran_monit, &nvar,
+            x, &nnzu, nullptr, rinfo, stats, iuser, reinterpret_cast<double *>(&d), &ifail);
+    EXPECT_EQ(ifail, 7);
+    // With the check off, the handle solves as before.
+    set(g.h, "Verify Derivatives = No");
+    hs71_data ok;
+    const run_out r = solve_hs71(g.h, ok, true);
+    EXPECT_EQ(r.code, NE_NOERROR) << r.message;
   }
 }
 

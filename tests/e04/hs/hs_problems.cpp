@@ -673,6 +673,7 @@ std::vector<Problem> make() {
                   .lin(-8, inf)
                   .lin(-5, inf)
                   .opt(-15, {0, 3, 0, 4})
+                  .local({3, 0, 4, 0})
                   .done());
   v.push_back(HS(45, 5, nonlinear)
                   .x0({2, 2, 2, 2, 2})

@@ -38,7 +38,7 @@
 //   f* rounded (problems 2, 11, 19), else 1e-12 relative; xtol bounds the
 //   violation of bounds and constraints at xstar (rounding only). The note
 //   of each record says which. Where a solver started at x0 may
-//   legitimately stop at another local minimum (problems 2, 16, 20),
+//   legitimately stop at another local minimum (problems 2, 16, 20, 44),
 //   xlocal lists it.
 // - x0 is the book's starting point; it need not be feasible (it violates
 //   the general constraints in 19 problems) nor lie within the bounds
@@ -77,7 +77,7 @@ struct Problem {
   double ftol = 0;  // |f(xstar) - fstar| allowed by the published digits
   double xtol = 0;  // bound and constraint violation allowed at xstar
   const char *note = "";  // where the published optimum is rounded, and why
-  // Other local minima a solver may reach from x0 (problems 2, 16, 20):
+  // Other local minima a solver may reach from x0 (problems 2, 16, 20, 44):
   // feasible first-order points with f above fstar, each n values.
   std::vector<std::vector<double>> xlocal;
 
