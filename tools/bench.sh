@@ -19,6 +19,8 @@ for dir in build-bench/bench/*/; do
     name=$(basename "$prog")
     echo "==== $name"
     (cd "$dir" && "./$name" "$@")
+    # numpy/scipy beside s30aa, added to the same JSON file in this session
+    if [ "$name" = s30_bench ]; then /usr/bin/python3 bench/s30/s30_numpy.py "${dir}s30_bench.json"; fi
     [ -f "$dir$name.json" ] && results+=("$dir$name.json")
   done
 done

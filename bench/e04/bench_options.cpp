@@ -3,10 +3,14 @@
 // the constant-time name look-up, conversion and bound check.  The strings
 // cover the four kinds of option and the registry's first, a middle and
 // its last names (the look-up does not depend on the position).
-//   build-bench/bench/e04/bench_e04_options --benchmark_repetitions=5
+//   build-bench/bench/e04/bench_e04_options   (harness defaults of bench/zem_bench.h)
 #include <benchmark/benchmark.h>
 
 #include <zem.h>
+
+#include <string>
+
+#include "zem_bench.h"
 
 namespace {
 
@@ -30,18 +34,16 @@ const char *const settings[] = {
     "nldf monitor frequency = 7",             // last, lower case
 };
 
-void BM_e04zmc(benchmark::State &state) {
+void BM_e04zmc(benchmark::State &state, int which) {
   handle_holder h;
   Zem_Fail fail = ZEM_FAIL_INIT;
-  const char *s = settings[state.range(0)];
+  const char *s = settings[which];
   for (auto _ : state) {
     e04zmc(h.handle, s, &fail);
     benchmark::DoNotOptimize(fail.code);
   }
   if (fail.code != NE_NOERROR) state.SkipWithError("e04zmc failed");
-  state.SetLabel(s);
 }
-BENCHMARK(BM_e04zmc)->DenseRange(0, 4);
 
 void BM_e04znc(benchmark::State &state) {
   handle_holder h;
@@ -54,7 +56,6 @@ void BM_e04znc(benchmark::State &state) {
     benchmark::DoNotOptimize(rvalue);
   }
 }
-BENCHMARK(BM_e04znc);
 
 // The same setting refused (unknown name): the failure path composes the
 // message and fills the fail record.
@@ -66,8 +67,17 @@ void BM_e04zmc_unknown(benchmark::State &state) {
     benchmark::DoNotOptimize(fail.code);
   }
 }
-BENCHMARK(BM_e04zmc_unknown);
 
 }  // namespace
 
-BENCHMARK_MAIN();
+// One group for tools/bench_report.py: the setting of each kind of option
+// first, then the read-back and the refused setting.
+int main(int argc, char **argv) {
+  const std::string group = "e04zm/e04zn, one call/";
+  const char *kinds[] = {"e04zmc integer (first option)", "e04zmc real", "e04zmc keyword",
+                         "e04zmc 30-character name", "e04zmc last option, lower case"};
+  for (int i = 0; i < 5; ++i) benchmark::RegisterBenchmark((group + kinds[i]).c_str(), BM_e04zmc, i);
+  benchmark::RegisterBenchmark((group + "e04znc read-back").c_str(), BM_e04znc);
+  benchmark::RegisterBenchmark((group + "e04zmc unknown name (message composed)").c_str(), BM_e04zmc_unknown);
+  return zem_bench::run(argc, argv, "e04-options");
+}

@@ -5,12 +5,15 @@
 // price so that the figures compare), and of s30ab against computing its
 // price and eleven sensitivities one by one (a pass over the grid for each).
 //
-// Usage: s30_bench --benchmark_repetitions=9 --benchmark_report_aggregates_only=true
-// (bench/s30/run.sh runs it with the numpy/scipy script side by side).
+// Usage: s30_bench (harness defaults of bench/zem_bench.h); bench/s30/run.sh
+// runs it with the numpy/scipy script side by side.
 #include <benchmark/benchmark.h>
 #include <zem.h>
 
+#include "zem_bench.h"
+
 #include <cmath>
+#include <string>
 #include <vector>
 
 #include <ql/exercise.hpp>
@@ -45,8 +48,7 @@ void BM_s30aa(benchmark::State &st) {
     s30aac(Zem_ColMajor, Zem_Call, M, N, g.x.data(), S, g.t.data(), SIGMA, R, Q, p.data(), M, &fail);
     benchmark::DoNotOptimize(p.data());
   }
-  st.counters["ns_per_price"] = benchmark::Counter(double(M * N), benchmark::Counter::kIsIterationInvariantRate |
-                                                                      benchmark::Counter::kInvert);
+  st.counters["items"] = double(M * N);
 }
 
 // The closed form as a plain loop: ln(S/K), both discount factors and the
@@ -66,8 +68,7 @@ void BM_plain_erfc(benchmark::State &st) {
       }
     benchmark::DoNotOptimize(p.data());
   }
-  st.counters["ns_per_price"] = benchmark::Counter(double(M * N), benchmark::Counter::kIsIterationInvariantRate |
-                                                                      benchmark::Counter::kInvert);
+  st.counters["items"] = double(M * N);
 }
 
 void BM_quantlib_analytic(benchmark::State &st) {
@@ -100,8 +101,7 @@ void BM_quantlib_analytic(benchmark::State &st) {
     for (auto &o : options) sum += o->NPV();
     benchmark::DoNotOptimize(sum);
   }
-  st.counters["ns_per_price"] = benchmark::Counter(double(m * n), benchmark::Counter::kIsIterationInvariantRate |
-                                                                      benchmark::Counter::kInvert);
+  st.counters["items"] = double(m * n);
 }
 
 constexpr int64_t MG = 300, NG = 300;
@@ -116,8 +116,7 @@ void BM_s30ab(benchmark::State &st) {
            a[10].data(), a[11].data(), &fail);
     benchmark::DoNotOptimize(a[0].data());
   }
-  st.counters["ns_per_element"] = benchmark::Counter(double(MG * NG), benchmark::Counter::kIsIterationInvariantRate |
-                                                                         benchmark::Counter::kInvert);
+  st.counters["items"] = double(MG * NG);
 }
 
 // The price and the eleven sensitivities one by one: a pass over the grid
@@ -156,15 +155,22 @@ void BM_greeks_one_by_one(benchmark::State &st) {
     for (int k = 0; k < 12; ++k) pass(k);
     benchmark::DoNotOptimize(a[0].data());
   }
-  st.counters["ns_per_element"] = benchmark::Counter(double(MG * NG), benchmark::Counter::kIsIterationInvariantRate |
-                                                                         benchmark::Counter::kInvert);
+  st.counters["items"] = double(MG * NG);
 }
 
 }  // namespace
 
-BENCHMARK(BM_s30aa)->Unit(benchmark::kMillisecond);
-BENCHMARK(BM_plain_erfc)->Unit(benchmark::kMillisecond);
-BENCHMARK(BM_quantlib_analytic)->Unit(benchmark::kMillisecond);
-BENCHMARK(BM_s30ab)->Unit(benchmark::kMillisecond);
-BENCHMARK(BM_greeks_one_by_one)->Unit(benchmark::kMillisecond);
-BENCHMARK_MAIN();
+// Groups for tools/bench_report.py (ours first); times per price or per
+// grid element through the counter "items".  bench/s30/s30_numpy.py adds
+// the numpy/scipy contender to the first group of the JSON file.
+int main(int argc, char **argv) {
+  const char *prices = "s30aa European call, per price (1000 x 1000 grid)";
+  const char *greeks = "s30ab price and eleven sensitivities, per element (300 x 300 grid)";
+  benchmark::RegisterBenchmark((std::string(prices) + "/s30aac").c_str(), BM_s30aa);
+  benchmark::RegisterBenchmark((std::string(prices) + "/plain loop with std::erfc").c_str(), BM_plain_erfc);
+  benchmark::RegisterBenchmark((std::string(prices) + "/QuantLib AnalyticEuropeanEngine (100 x 100)").c_str(),
+                               BM_quantlib_analytic);
+  benchmark::RegisterBenchmark((std::string(greeks) + "/s30abc").c_str(), BM_s30ab);
+  benchmark::RegisterBenchmark((std::string(greeks) + "/one pass per sensitivity").c_str(), BM_greeks_one_by_one);
+  return zem_bench::run(argc, argv, "s30");
+}

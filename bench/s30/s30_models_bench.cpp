@@ -7,12 +7,15 @@
 // ours over the grid (computed once, outside the timing), so that the
 // speeds are read at a known accuracy.
 //
-// Usage: s30_models_bench --benchmark_repetitions=9 --benchmark_report_aggregates_only=true
+// Usage: s30_models_bench (harness defaults of bench/zem_bench.h)
 #include <benchmark/benchmark.h>
 #include <zem.h>
 
+#include "zem_bench.h"
+
 #include <algorithm>
 #include <cmath>
+#include <string>
 #include <vector>
 
 #include <ql/exercise.hpp>
@@ -95,10 +98,7 @@ ql::ext::shared_ptr<ql::HestonModel> heston_model(peer &pr) {
   return ql::ext::make_shared<ql::HestonModel>(proc);
 }
 
-void per_price(benchmark::State &st) {
-  st.counters["us_per_price"] = benchmark::Counter(double(M * N) * 1e-6, benchmark::Counter::kIsIterationInvariantRate |
-                                                                             benchmark::Counter::kInvert);
-}
+void per_price(benchmark::State &st) { st.counters["items"] = double(M * N); }
 
 void BM_s30na(benchmark::State &st) {
   grid g;
@@ -158,9 +158,17 @@ void BM_quantlib_jump(benchmark::State &st) {
 
 }  // namespace
 
-BENCHMARK(BM_s30na)->Unit(benchmark::kMicrosecond);
-BENCHMARK(BM_quantlib_heston_lobatto)->Unit(benchmark::kMicrosecond);
-BENCHMARK(BM_quantlib_heston_laguerre144)->Unit(benchmark::kMicrosecond);
-BENCHMARK(BM_s30ja)->Unit(benchmark::kMicrosecond);
-BENCHMARK(BM_quantlib_jump)->Unit(benchmark::kMicrosecond);
-BENCHMARK_MAIN();
+// Groups for tools/bench_report.py (ours first); times per price through
+// the counter "items".
+int main(int argc, char **argv) {
+  const std::string heston = "Heston, per price (10 strikes x 4 expiries)/";
+  const std::string jump = "Jump diffusion, per price (10 strikes x 4 expiries)/";
+  benchmark::RegisterBenchmark((heston + "s30nac").c_str(), BM_s30na);
+  benchmark::RegisterBenchmark((heston + "QuantLib AnalyticHestonEngine, Gauss-Lobatto 1e-12").c_str(),
+                               BM_quantlib_heston_lobatto);
+  benchmark::RegisterBenchmark((heston + "QuantLib AnalyticHestonEngine, Gauss-Laguerre 144").c_str(),
+                               BM_quantlib_heston_laguerre144);
+  benchmark::RegisterBenchmark((jump + "s30jac").c_str(), BM_s30ja);
+  benchmark::RegisterBenchmark((jump + "QuantLib JumpDiffusionEngine 1e-12").c_str(), BM_quantlib_jump);
+  return zem_bench::run(argc, argv, "s30-models");
+}
