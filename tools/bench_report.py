@@ -42,7 +42,10 @@ def load(path):
         if "/" not in name:
             continue
         items = b.get("items", 1.0) or 1.0
-        ns = b["cpu_time"] * UNIT.get(b.get("time_unit", "ns"), 1.0) / items
+        # A run timed by hand (a child process, say) reports its time as
+        # the real time; the CPU time is the parent's bookkeeping.
+        manual = "/manual_time" in b.get("run_name", b["name"])
+        ns = b["real_time" if manual else "cpu_time"] * UNIT.get(b.get("time_unit", "ns"), 1.0) / items
         if b.get("run_type") == "iteration":
             runs[name].append(ns)
         m = meta.setdefault(name, {"order": (b.get("family_index", 0), b.get("per_family_instance_index", 0)),
@@ -62,6 +65,8 @@ def load(path):
 
 
 def fmt_time(ns):
+    if ns >= 1e9:
+        return f"{ns / 1e9:.3g} s"
     if ns >= 1e6:
         return f"{ns / 1e6:.3g} ms"
     if ns >= 1e3:

@@ -105,5 +105,5 @@ int main(int argc, char **argv) {
                       {"eval_s", eval_seconds(fx->p, s.nf, s.ng)}})
           ->Unit(benchmark::kMillisecond);
     }
-  return zem_bench::run(argc, argv, "e04");
+  return zem_bench::run(argc, argv, "e04kf");
 }

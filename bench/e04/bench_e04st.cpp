@@ -261,5 +261,5 @@ int main(int argc, char **argv) {
     zem_bench::add(names[k], "e04stc", 1, [&p] { return solve_handle(p); });
     zem_bench::add(names[k], "direct", 1, [&p] { return solve_direct(p); });
   }
-  return zem_bench::run(argc, argv, "e04");
+  return zem_bench::run(argc, argv, "e04st");
 }

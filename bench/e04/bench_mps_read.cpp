@@ -100,5 +100,5 @@ int main(int argc, char **argv) {
   })->Iterations(1)->Unit(benchmark::kMillisecond);
   add_process("zem_process", {ZEM_READ_ONCE, file});
   add_process("glpsol_process", {"glpsol", "--check", "--mps", file});
-  return zem_bench::run(argc, argv, "e04");
+  return zem_bench::run(argc, argv, "e04sa");
 }
