@@ -64,11 +64,19 @@
 // an empty message record.  The routine's errbuf and ifail arguments are
 // found by name among its arguments (every routine that reports has them);
 // all of this is on the cold path and costs nothing on the normal one.
-// The worker runs in a function of its own, called from inside the try
-// block: compiled inline into a function that has a handler, a worker's
-// loop lost a register to the frame pointer and kept its state in memory,
-// which cost a ten-evaluation c05ay solve a sixth of its time; the call costs a
-// nanosecond per routine call, never per evaluation.
+// A routine that calls back runs its worker in a function of its own,
+// called from inside the try block: compiled inline into a function that
+// has a handler, a worker's loop lost a register to the frame pointer and
+// kept its state in memory, which cost a ten-evaluation c05ay solve a sixth
+// of its time; the call costs a few nanoseconds per routine call, never
+// per evaluation.
+// How many user routines a routine takes: those that call back run their
+// worker out of line (above); the others, a few arithmetic steps with no
+// call inside, keep it inline, where the handler costs nothing and the
+// extra call would cost a few nanoseconds of every call.
+#define ZEM_ARG_NOT_ROUTINE_(type, name)
+#define ZEM_ARG_IS_ROUTINE_(type, name) +zem::is_user_routine<type>
+#define ZEM_COUNT_ROUTINES(ARGS) ARGS(ZEM_ARG_NOT_ROUTINE_, ZEM_ARG_NOT_ROUTINE_, ZEM_ARG_IS_ROUTINE_)
 #define ZEM_ARG_CATCH_(type, name) zem_sink.take(#name, name);
 #define ZEM_ARG_CATCH_U_(type, name)
 #define ZEM_CATCH_ARGS(ARGS) ARGS(ZEM_ARG_CATCH_, ZEM_ARG_CATCH_, ZEM_ARG_CATCH_U_)
@@ -84,10 +92,13 @@
     if (__builtin_expect(zem::trace_on(), 0)) return rtn##_traced(ZEM_NAMES(ARGS)); \
     rtn##fn_(ZEM_NAMES(ARGS));                                                    \
   }                                                                               \
-  [[gnu::noinline]] static void rtn##_body(ZEM_PARAMS(ARGS)) { rtn##fv_(ZEM_NAMES(ARGS)); } \
+  [[gnu::noinline, maybe_unused]] static void rtn##_body(ZEM_PARAMS(ARGS)) { rtn##fv_(ZEM_NAMES(ARGS)); } \
   ZEM_LAYER_INLINE void rtn##ft_(ZEM_PARAMS(ARGS)) {                              \
     try {                                                                         \
-      rtn##_body(ZEM_NAMES(ARGS));                                                \
+      if constexpr (0 ZEM_COUNT_ROUTINES(ARGS) > 0)                               \
+        rtn##_body(ZEM_NAMES(ARGS));                                              \
+      else                                                                        \
+        rtn##fv_(ZEM_NAMES(ARGS));                                                \
     } catch (abi::__forced_unwind &) {                                            \
       throw; /* thread cancellation must unwind */                                \
     } catch (...) {                                                               \
@@ -98,6 +109,11 @@
   }
 
 namespace zem {
+
+template <typename T>
+inline constexpr int is_user_routine = 0;
+template <>
+inline constexpr int is_user_routine<zem_routine> = 1;
 
 // Where a caught exception is reported: the routine's message record and
 // status, picked out of its arguments by name.
