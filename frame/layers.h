@@ -207,16 +207,17 @@ inline void copy_back(T *p, const T &v) {
     zem_status;                                                                                      \
   })
 
-// One marshal pass with a known adaptor, inline: save the mode, call, hand
-// a repeat to the loop, restore the mode.
+// One marshal pass with a known adaptor, inline: the call, then one test of
+// the status (a stop returns it; a repeat goes to the loop, which keeps the mode).
 #define ZEM_CB_MARSHAL_KNOWN(known, arg, CBARGS)                                                         \
   do {                                                                                               \
-    const int32_t zem_saved_mode = en_data->cb_mode;                                                 \
     known(en_data, arg ZEM_CB_NAMES(CBARGS));                                                        \
-    if (__builtin_expect(en_data->cb_status == zem::repeat_call, 0))                                 \
-      ZEM_CB_ON_COPIES(CBARGS, zem::marshal_loop, known, true, en_data, arg);                         \
-    en_data->cb_mode = zem_saved_mode;                                                               \
-    return en_data->cb_status;                                                                       \
+    if (__builtin_expect(en_data->cb_status != 0, 0)) {                                              \
+      if (en_data->cb_status == zem::repeat_call)                                                    \
+        ZEM_CB_ON_COPIES(CBARGS, zem::marshal_loop, known, true, en_data, arg);                       \
+      return en_data->cb_status;                                                                     \
+    }                                                                                                \
+    return 0;                                                                                        \
   } while (0)
 
 #define ZEM_CALLBACK_CHAIN(rtn, arg, CBARGS)                                                             \
