@@ -6,7 +6,8 @@ names that hold a slash, a formula's asterisk kept out of Markdown's
 emphasis, a peer's runs added by a script (named in the context's
 zem_peers), run settings stripped from the names, and the section replaced
 between its markers on a rerun, leaving the text around it alone; and a
-routine page's table of one group (bench-group markers) likewise.
+routine page's table of one group (bench-group markers), and its table of
+the groups of a prefix, a row a group (bench-groups markers), likewise.
   bench_report_check.py <tools/bench_report.py> <scratch dir>
 """
 import json
@@ -41,7 +42,8 @@ page.write_text("# Benchmarks\n\nbefore\n\n<!-- bench-report:x99 begin -->\nstal
                 "<!-- bench-report:x99 end -->\n\nafter\n")
 routine = scratch / "x99aa.md"
 routine.write_text("# x99aa\n\n<!-- bench-group:x99:x99 1/sqrt(x) begin -->\nstale\n"
-                   "<!-- bench-group:x99:x99 1/sqrt(x) end -->\n\nend\n")
+                   "<!-- bench-group:x99:x99 1/sqrt(x) end -->\n\nmiddle\n\n"
+                   "<!-- bench-groups:x99:x99 1/ begin -->\nstale\n<!-- bench-groups:x99:x99 1/ end -->\n\nend\n")
 for _ in range(2):  # a rerun replaces the section it wrote
     subprocess.run([sys.executable, str(script), "--docs", str(scratch), "--no-charts",
                     str(scratch / "bench_x99.json")], check=True, stdout=subprocess.DEVNULL)
@@ -55,9 +57,11 @@ if text.count("bench-report:x99 begin") != 1 or not text.startswith("# Benchmark
         or not text.rstrip().endswith("after"):
     problems.append("the text around the section changed")
 own = routine.read_text()
-if not all(e in own for e in ("| ours | 10 ns |", "| peer | 25 ns |", "load average 1.5")) or "stale" in own \
-        or own.count("bench-group:x99:x99 1/sqrt(x) end") != 1 or not own.rstrip().endswith("end") \
-        or "A*B" in own:
+if not all(e in own for e in ("| ours | 10 ns |", "| peer | 25 ns |", "load average 1.5",
+                              "| | ours | peer | peer / ours |", "| sqrt(x) | 10 ns | 25 ns | 2.50 |")) \
+        or "stale" in own or own.count("bench-group:x99:x99 1/sqrt(x) end") != 1 \
+        or own.count("bench-groups:x99:x99 1/ end") != 1 or "\n\nmiddle\n\n" not in own \
+        or not own.rstrip().endswith("end") or "A*B" in own:
     problems.append("the routine page's group table: " + own)
 if problems:
     print(text)
