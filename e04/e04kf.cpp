@@ -20,6 +20,7 @@
 #include "e04/foas_model.h"
 #include "e04/model.h"
 #include "e04/options.h"
+#include "frame/adaptors.h"
 
 inline constexpr zem::message e04kf_messages[] = {
     ZEM_E04_HANDLE_ROWS,
@@ -65,78 +66,41 @@ inline constexpr zem::message e04kf_messages[] = {
 ZEM_REGISTER_MESSAGES(e04kf)
 
 // ---- the user functions --------------------------------------------------
-// objfun: the objective at x.  inform is 0 on entry; a negative value asks
-// the solver to stop (so does a change of comm->flag in C).
+// inform is 0 on entry to every call (the oracle below passes a fresh 0); a
+// negative value asks the solver to stop, and so does a change of
+// comm->flag in C.
+// objfun: the objective at x.
 #define E04KF_OBJFUN_ARGS(V, A, U) \
   V(const int64_t *, nvar) A(const double *, x) V(double *, fx) V(int64_t *, inform) A(int64_t *, iuser) A(double *, ruser)
-ZEM_CALLBACK_CHAIN(e04kf, objfun, E04KF_OBJFUN_ARGS)
 // objgrd: the nnzfd gradient elements of the sparsity idxfd (e04rg) at x.
 #define E04KF_OBJGRD_ARGS(V, A, U)                                                                       \
   V(const int64_t *, nvar) A(const double *, x) V(const int64_t *, nnzfd) A(double *, fdx) V(int64_t *, inform) \
   A(int64_t *, iuser) A(double *, ruser)
-ZEM_CALLBACK_CHAIN(e04kf, objgrd, E04KF_OBJGRD_ARGS)
 // monit: the iterate with rinfo and stats, every 'FOAS Monitor Frequency'
 // iterations.
 #define E04KF_MONIT_ARGS(V, A, U)                                                                        \
   V(const int64_t *, nvar) A(const double *, x) V(int64_t *, inform) A(const double *, rinfo)             \
   A(const double *, stats) A(int64_t *, iuser) A(double *, ruser)
-ZEM_CALLBACK_CHAIN(e04kf, monit, E04KF_MONIT_ARGS)
 
 namespace {
 // A negative inform asks to stop; the repeat code of the marshal layer is
-// not the user's to give.
+// not the user's to give.  The solver ends at the first non-zero status, so
+// the status is 0 when a user function is called; when a C function both
+// changes comm->flag and returns a negative inform, the flag (taken first
+// by the adaptor) is the value reported.
 inline void take_inform(engine_data *en_data, int64_t inform) {
-  if (inform < 0 && inform != zem::repeat_call) en_data->cb_status = inform;
+  if (inform < 0 && inform != zem::repeat_call && en_data->cb_status == 0) en_data->cb_status = inform;
 }
 }  // namespace
 
-ZEM_INTERNAL void e04kff_objfunh_(engine_data *en_data, zem_routine f, const int64_t *nvar, const double *x,
-                                  double *fx, int64_t *inform, int64_t *iuser, double *ruser) {
-  *inform = 0;
-  reinterpret_cast<Zem_E04KF_FObjFun>(f)(nvar, x, fx, inform, iuser, ruser);
-  take_inform(en_data, *inform);
-}
-ZEM_INTERNAL void e04kfc_objfun_helper(engine_data *en_data, zem_routine f, const int64_t *nvar, const double *x,
-                                       double *fx, int64_t *inform, int64_t *iuser, double *) {
-  Zem_Comm *comm = zem::comm_from(iuser);
-  const zem::comm_watch watch(comm);
-  *inform = 0;
-  reinterpret_cast<Zem_E04KF_ObjFun>(f)(*nvar, x, fx, inform, comm);
-  take_inform(en_data, *inform);
-  watch.take(en_data);
-}
-ZEM_INTERNAL void e04kff_objgrdh_(engine_data *en_data, zem_routine f, const int64_t *nvar, const double *x,
-                                  const int64_t *nnzfd, double *fdx, int64_t *inform, int64_t *iuser, double *ruser) {
-  *inform = 0;
-  reinterpret_cast<Zem_E04KF_FObjGrd>(f)(nvar, x, nnzfd, fdx, inform, iuser, ruser);
-  take_inform(en_data, *inform);
-}
-ZEM_INTERNAL void e04kfc_objgrd_helper(engine_data *en_data, zem_routine f, const int64_t *nvar, const double *x,
-                                       const int64_t *nnzfd, double *fdx, int64_t *inform, int64_t *iuser, double *) {
-  Zem_Comm *comm = zem::comm_from(iuser);
-  const zem::comm_watch watch(comm);
-  *inform = 0;
-  reinterpret_cast<Zem_E04KF_ObjGrd>(f)(*nvar, x, *nnzfd, fdx, inform, comm);
-  take_inform(en_data, *inform);
-  watch.take(en_data);
-}
-ZEM_INTERNAL void e04kff_monith_(engine_data *en_data, zem_routine f, const int64_t *nvar, const double *x,
-                                 int64_t *inform, const double *rinfo, const double *stats, int64_t *iuser,
-                                 double *ruser) {
-  *inform = 0;
-  reinterpret_cast<Zem_E04KF_FMonit>(f)(nvar, x, inform, rinfo, stats, iuser, ruser);
-  take_inform(en_data, *inform);
-}
-ZEM_INTERNAL void e04kfc_monit_helper(engine_data *en_data, zem_routine f, const int64_t *nvar, const double *x,
-                                      int64_t *inform, const double *rinfo, const double *stats, int64_t *iuser,
-                                      double *) {
-  Zem_Comm *comm = zem::comm_from(iuser);
-  const zem::comm_watch watch(comm);
-  *inform = 0;
-  reinterpret_cast<Zem_E04KF_Monit>(f)(*nvar, x, inform, rinfo, stats, comm);
-  take_inform(en_data, *inform);
-  watch.take(en_data);
-}
+// One line a user function: its chain and its two adaptors (Fortran: every
+// argument by reference; C: scalars in by value, the comm record last).
+#define E04KF_CALLBACK(arg, Type, ARGS) \
+  ZEM_CALLBACK_CHAIN(e04kf, arg, ARGS)  \
+  ZEM_CALLBACK_ADAPTORS(e04kf, arg, ARGS, Zem_E04KF_F##Type, Zem_E04KF_##Type, take_inform(en_data, *inform))
+E04KF_CALLBACK(objfun, ObjFun, E04KF_OBJFUN_ARGS)
+E04KF_CALLBACK(objgrd, ObjGrd, E04KF_OBJGRD_ARGS)
+E04KF_CALLBACK(monit, Monit, E04KF_MONIT_ARGS)
 
 #define E04KF_ARGS(V, A, U)                                                                                   \
   A(void *const *, handle) U(zem_routine, objfun) U(e04kf_objfun_adaptor, objfun_ad) U(zem_routine, objgrd)   \

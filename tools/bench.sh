@@ -5,8 +5,12 @@
 # JSON with tools/bench_report.py.
 #   bash tools/bench.sh [--benchmark_* options passed to every program]
 # Needs the peers the programs compare with (Debian: libbenchmark-dev,
-# libgsl-dev, libboost-dev, libquantlib0-dev for bench/s30), python3-matplotlib for the charts and
-# python3-scipy for the e04kf comparison with L-BFGS-B.
+# libgsl-dev, libboost-dev, libquantlib0-dev for bench/s30), python3-matplotlib
+# for the charts and python3-scipy for numpy's s30 figures and the e04kf
+# comparison with L-BFGS-B.  R's model.matrix is timed beside g22 when R is
+# installed (Debian's r-base-core; not installed by this script: without
+# Rscript the g22 tables show the C++ contenders alone).  All of them are
+# bench-only: the test suite needs none.
 set -eu
 cd "$(dirname "$0")/.."
 . tools/setup.sh libbenchmark-dev libgsl-dev libboost-dev libquantlib0-dev python3-matplotlib python3-scipy
@@ -21,6 +25,15 @@ for dir in build-bench/bench/*/; do
     (cd "$dir" && "./$name" "$@")
     # numpy/scipy beside s30aa, added to the same JSON file in this session
     if [ "$name" = s30_bench ]; then /usr/bin/python3 bench/s30/s30_numpy.py "${dir}s30_bench.json"; fi
+    # R's model.matrix on the same data and formulae as bench_g22, likewise
+    # (only where R is installed)
+    if [ "$name" = bench_g22 ]; then
+      if command -v Rscript >/dev/null; then
+        /usr/bin/python3 bench/g22/g22_model_matrix.py "$prog" "${dir}bench_g22.json"
+      else
+        echo "Rscript not found (Debian: r-base-core): g22 without R's model.matrix"
+      fi
+    fi
     [ -f "$dir$name.json" ] && results+=("$dir$name.json")
   done
 done

@@ -138,46 +138,36 @@ int main(void) {
   show("e04ryc tag without body");
 
   printf("\nReaders\n");
-  e04sac(&h, "MPS", data("all_sections.mps"), &fail);
-  show("all_sections.mps");
-  e04ryc(h, 6, "OVERVIEW,OBJECTIVE,SIMPLE BOUNDS,LINEAR CONSTRAINTS BOUNDS", &fail);
-  e04rzc(&h, &fail);
-  e04sac(&h, "MPS", data("fixed_continuation.mps"), &fail);
-  show("fixed_continuation.mps");
-  e04ryc(h, 6, "OBJECTIVE,SIMPLE BOUNDS,LINEAR CONSTRAINTS DETAILED", &fail);
-  e04rzc(&h, &fail);
-  e04sac(&h, "M", data("free_quad.mps"), &fail);
-  show("free_quad.mps");
-  e04ryc(h, 6, "OVERVIEW,OBJECTIVE", &fail);
-  e04rzc(&h, &fail);
-  e04sac(&h, "MPS", data("cones.mps"), &fail);
-  show("cones.mps");
-  e04ryc(h, 6, "OVERVIEW,CONE CONSTRAINTS DETAILED", &fail);
-  e04rzc(&h, &fail);
-  e04sac(&h, "SDPA", data("example.dat-s"), &fail);
-  show("example.dat-s");
-  e04ryc(h, 6, "OVERVIEW,MATRIX CONSTRAINTS DETAILED", &fail);
-  e04rzc(&h, &fail);
   {
-    static const char *bad[] = {"no_endata.mps", "bad_rowtype.mps", "unknown_row.mps", "bad_number.mps",
-                                "bad_boundtype.mps", "short_cone.mps", "repeat_cone.mps", "quad_and_cones.mps",
-                                "../missing.mps"};
+    /* Each good file read (the format named as a user might), then printed. */
+    static const char *const good[][3] = {
+        {"MPS", "all_sections.mps", "OVERVIEW,OBJECTIVE,SIMPLE BOUNDS,LINEAR CONSTRAINTS BOUNDS"},
+        {"MPS", "fixed_continuation.mps", "OBJECTIVE,SIMPLE BOUNDS,LINEAR CONSTRAINTS DETAILED"},
+        {"M", "free_quad.mps", "OVERVIEW,OBJECTIVE"},
+        {"MPS", "cones.mps", "OVERVIEW,CONE CONSTRAINTS DETAILED"},
+        {"SDPA", "example.dat-s", "OVERVIEW,MATRIX CONSTRAINTS DETAILED"}};
     size_t i;
-    for (i = 0; i < sizeof bad / sizeof bad[0]; ++i) {
-      e04sac(&h, "MPS", data(bad[i]), &fail);
-      show(bad[i]);
-      if (h) printf("a handle was left behind\n");
+    for (i = 0; i < sizeof good / sizeof good[0]; ++i) {
+      e04sac(&h, good[i][0], data(good[i][1]), &fail);
+      show(good[i][1]);
+      e04ryc(h, 6, good[i][2], &fail);
+      e04rzc(&h, &fail);
     }
   }
   {
-    static const char *bad[] = {"sdpa_empty.dat-s", "sdpa_no_nblock.dat-s", "sdpa_no_blocks.dat-s",
-                                "sdpa_no_objective.dat-s", "sdpa_no_entries.dat-s", "sdpa_bad_number.dat-s",
-                                "sdpa_lower.dat-s", "sdpa_offdiag.dat-s", "sdpa_repeat.dat-s",
-                                "sdpa_short_entry.dat-s"};
+    /* Bad files of each format: each read fails and leaves no handle. */
+    static const char *const bad[][2] = {
+        {"MPS", "no_endata.mps"}, {"MPS", "bad_rowtype.mps"}, {"MPS", "unknown_row.mps"},
+        {"MPS", "bad_number.mps"}, {"MPS", "bad_boundtype.mps"}, {"MPS", "short_cone.mps"},
+        {"MPS", "repeat_cone.mps"}, {"MPS", "quad_and_cones.mps"}, {"MPS", "../missing.mps"},
+        {"S", "sdpa_empty.dat-s"}, {"S", "sdpa_no_nblock.dat-s"}, {"S", "sdpa_no_blocks.dat-s"},
+        {"S", "sdpa_no_objective.dat-s"}, {"S", "sdpa_no_entries.dat-s"}, {"S", "sdpa_bad_number.dat-s"},
+        {"S", "sdpa_lower.dat-s"}, {"S", "sdpa_offdiag.dat-s"}, {"S", "sdpa_repeat.dat-s"},
+        {"S", "sdpa_short_entry.dat-s"}};
     size_t i;
     for (i = 0; i < sizeof bad / sizeof bad[0]; ++i) {
-      e04sac(&h, "S", data(bad[i]), &fail);
-      show(bad[i]);
+      e04sac(&h, bad[i][0], data(bad[i][1]), &fail);
+      show(bad[i][1]);
       if (h) printf("a handle was left behind\n");
     }
   }

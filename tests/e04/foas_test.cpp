@@ -4,7 +4,6 @@
 #include <gtest/gtest.h>
 
 #include <cmath>
-#include <cstdio>
 #include <cstring>
 #include <functional>
 #include <string>
@@ -69,6 +68,7 @@ void monit(int64_t, const double[], int64_t *inform, const double rinfo[], const
 
 struct solve_result {
   int code = 0;
+  std::string message;
   std::vector<double> x;
   double rinfo[100] = {}, stats[100] = {};
 };
@@ -97,7 +97,7 @@ solve_result solve(problem_def &p, int64_t n, const std::vector<double> &x0, con
   f = quiet_fail();
   e04kfc(h, objfun, objgrd, with_monit ? monit : nullptr, n, r.x.data(), r.rinfo, r.stats, &comm, &f);
   r.code = f.code;
-  if (f.code != NE_NOERROR) std::printf("%s\n", f.message);
+  r.message = f.message;
   // The handle is editable again and holds the results.
   Zem_Fail g = quiet_fail();
   e04zmc(h, "FOAS Memory = 5", &g);
@@ -331,30 +331,29 @@ TEST(E04kf, QuadraticFromTheModelNeedsNoUserFunctions) {
 
 TEST(E04kf, OptionsChangeTheIteration) {
   const int64_t n = 100;
-  {
+  // One option (or two) on the extended Rosenbrock problem: the code and
+  // what the statistics or the answer must show.
+  struct option_case {
+    std::vector<std::string> opts;
+    int code;
+    void (*check)(const solve_result &);
+  };
+  const option_case cases[] = {
+      {{"FOAS Iteration Limit = 5"}, NW_TOO_MANY_ITER, [](const solve_result &r) { EXPECT_EQ(r.stats[0], 5.0); }},
+      // no CG iterations
+      {{"FOAS Subsolver = NPG"}, NE_NOERROR, [](const solve_result &r) { EXPECT_EQ(r.stats[4], 0.0); }},
+      // no projected-gradient iterations
+      {{"FOAS Subsolver = CG"}, NE_NOERROR, [](const solve_result &r) { EXPECT_EQ(r.stats[3], 0.0); }},
+      // Plain Hager-Zhang conjugate gradients (no pairs), restarted each 2n.
+      {{"FOAS Memory = 0", "FOAS Restart Factor = 2"}, NE_NOERROR,
+       [](const solve_result &r) { EXPECT_LT(max_err(r.x, 1.0), 1e-4); }},
+  };
+  for (const option_case &c : cases) {
+    SCOPED_TRACE(c.opts[0]);
     problem_def p = make_rosen(n);
-    auto r = solve(p, n, rosen_start(n), {}, {}, {"FOAS Iteration Limit = 5"});
-    EXPECT_EQ(r.code, NW_TOO_MANY_ITER);
-    EXPECT_EQ(r.stats[0], 5.0);
-  }
-  {
-    problem_def p = make_rosen(n);
-    auto r = solve(p, n, rosen_start(n), {}, {}, {"FOAS Subsolver = NPG"});
-    EXPECT_EQ(r.code, NE_NOERROR);
-    EXPECT_EQ(r.stats[4], 0.0);  // no CG iterations
-  }
-  {
-    problem_def p = make_rosen(n);
-    auto r = solve(p, n, rosen_start(n), {}, {}, {"FOAS Subsolver = CG"});
-    EXPECT_EQ(r.code, NE_NOERROR);
-    EXPECT_EQ(r.stats[3], 0.0);  // no projected-gradient iterations
-  }
-  {
-    // Plain Hager-Zhang conjugate gradients (no pairs), restarted each 2n.
-    problem_def p = make_rosen(n);
-    auto r = solve(p, n, rosen_start(n), {}, {}, {"FOAS Memory = 0", "FOAS Restart Factor = 2"});
-    EXPECT_EQ(r.code, NE_NOERROR);
-    EXPECT_LT(max_err(r.x, 1.0), 1e-4);
+    auto r = solve(p, n, rosen_start(n), {}, {}, c.opts);
+    EXPECT_EQ(r.code, c.code) << r.message;
+    c.check(r);
   }
   {
     // With memory the CG phase is a limited-memory quasi-Newton method on
@@ -399,67 +398,66 @@ TEST(E04kf, OptionsChangeTheIteration) {
 }
 
 TEST(E04kf, FailuresLeaveTheHandleUsable) {
-  const int64_t n = 10;
-  {
-    problem_def p = make_rosen(n);
-    p.stop_f_at = 4;
-    auto r = solve(p, n, rosen_start(n), {}, {}, {});
-    EXPECT_EQ(r.code, NE_USER_STOP);
-    EXPECT_EQ(p.nf, 4);
-  }
-  {
-    problem_def p = make_rosen(n);
-    p.inform_f_at = 4;
-    auto r = solve(p, n, rosen_start(n), {}, {}, {});
-    EXPECT_EQ(r.code, NE_USER_STOP);
-  }
-  {
-    problem_def p = make_rosen(n);
-    p.stop_f_at = -2;  // the monitor stops at its third call
-    auto r = solve(p, n, rosen_start(n), {}, {}, {"FOAS Monitor Frequency = 1"}, true);
-    EXPECT_EQ(r.code, NE_USER_STOP);
-    EXPECT_EQ(p.nmon, 3);
-  }
-  {
-    problem_def p = make_rosen(n);
-    p.nan_f_at = 5;
-    auto r = solve(p, n, rosen_start(n), {}, {}, {});
-    EXPECT_EQ(r.code, NE_USER_NAN);
-    EXPECT_TRUE(std::isfinite(r.rinfo[0]));
-  }
-  {
-    problem_def p = make_rosen(n);
-    p.nan_g_at = 3;
-    auto r = solve(p, n, rosen_start(n), {}, {}, {});
-    EXPECT_EQ(r.code, NE_USER_NAN);
-  }
-  {
-    // f = -sum x_i^3 / 3 + sum x_i: unbounded below as x grows.
-    problem_def p;
-    p.f = [](const double *x) {
-      double s = 0;
-      for (int i = 0; i < 10; ++i) s += -x[i] * x[i] * x[i] / 3 + x[i];
-      return s;
-    };
-    p.g = [](const double *x, double *g) {
-      for (int i = 0; i < 10; ++i) g[i] = -x[i] * x[i] + 1;
-    };
-    auto r = solve(p, n, std::vector<double>(n, 2.0), {}, {}, {});
-    EXPECT_EQ(r.code, NE_UNBOUNDED);
-  }
-  {
-    problem_def p = make_rosen(2);
-    p.reenter = 1;
-    auto r = solve(p, 2, rosen_start(2), {}, {}, {});
-    EXPECT_EQ(r.code, NE_NOERROR);
-    EXPECT_EQ(p.reentry_code, NE_PHASE);
-  }
-  {
-    problem_def p = make_rosen(2);
-    p.reenter = 2;
-    auto r = solve(p, 2, rosen_start(2), {}, {}, {});
-    EXPECT_EQ(r.code, NE_NOERROR);
-    EXPECT_EQ(p.reentry_code, NE_PHASE);
+  // Each case from a fresh handle (solve() checks that the handle is
+  // editable afterwards and holds x): the problem (the extended Rosenbrock
+  // function unless the case changes it), the options, the code, a part of
+  // the message, and what else must hold.
+  struct failure_case {
+    const char *what;
+    int64_t n;
+    void (*prepare)(problem_def &);
+    std::vector<double> x0;  // empty: Rosenbrock's start
+    std::vector<std::string> opts;
+    bool with_monit;
+    int code;
+    const char *message;
+    void (*check)(const problem_def &, const solve_result &);
+  };
+  const failure_case cases[] = {
+      {"comm->flag at the 4th objfun call", 10, [](problem_def &p) { p.stop_f_at = 4; }, {}, {}, false, NE_USER_STOP,
+       "user flag value = 7.", [](const problem_def &p, const solve_result &) { EXPECT_EQ(p.nf, 4); }},
+      {"inform = -3 at the 4th objfun call", 10, [](problem_def &p) { p.inform_f_at = 4; }, {}, {}, false, NE_USER_STOP,
+       "user flag value = -3.", [](const problem_def &p, const solve_result &) { EXPECT_EQ(p.nf, 4); }},
+      // Both in one call: the change of comm->flag is the one reported.
+      {"comm->flag and inform in one call", 10,
+       [](problem_def &p) {
+         p.stop_f_at = 4;
+         p.inform_f_at = 4;
+       },
+       {}, {}, false, NE_USER_STOP, "user flag value = 7.", nullptr},
+      {"inform = -5 from the monitor at its third call", 10, [](problem_def &p) { p.stop_f_at = -2; }, {},
+       {"FOAS Monitor Frequency = 1"}, true, NE_USER_STOP, "user flag value = -5.",
+       [](const problem_def &p, const solve_result &) { EXPECT_EQ(p.nmon, 3); }},
+      {"NaN objective at the 5th call", 10, [](problem_def &p) { p.nan_f_at = 5; }, {}, {}, false, NE_USER_NAN, "",
+       [](const problem_def &, const solve_result &r) { EXPECT_TRUE(std::isfinite(r.rinfo[0])); }},
+      {"infinite gradient at the 3rd call", 10, [](problem_def &p) { p.nan_g_at = 3; }, {}, {}, false, NE_USER_NAN, "",
+       nullptr},
+      // f = -sum x_i^3 / 3 + sum x_i: unbounded below as x grows.
+      {"unbounded", 10,
+       [](problem_def &p) {
+         p.f = [](const double *x) {
+           double s = 0;
+           for (int i = 0; i < 10; ++i) s += -x[i] * x[i] * x[i] / 3 + x[i];
+           return s;
+         };
+         p.g = [](const double *x, double *g) {
+           for (int i = 0; i < 10; ++i) g[i] = -x[i] * x[i] + 1;
+         };
+       },
+       std::vector<double>(10, 2.0), {}, false, NE_UNBOUNDED, "", nullptr},
+      {"e04kfc from inside the solve", 2, [](problem_def &p) { p.reenter = 1; }, {}, {}, false, NE_NOERROR, "",
+       [](const problem_def &p, const solve_result &) { EXPECT_EQ(p.reentry_code, NE_PHASE); }},
+      {"e04zmc from inside the solve", 2, [](problem_def &p) { p.reenter = 2; }, {}, {}, false, NE_NOERROR, "",
+       [](const problem_def &p, const solve_result &) { EXPECT_EQ(p.reentry_code, NE_PHASE); }},
+  };
+  for (const failure_case &c : cases) {
+    SCOPED_TRACE(c.what);
+    problem_def p = make_rosen(c.n);
+    c.prepare(p);
+    auto r = solve(p, c.n, c.x0.empty() ? rosen_start(c.n) : c.x0, {}, {}, c.opts, c.with_monit);
+    EXPECT_EQ(r.code, c.code) << r.message;
+    EXPECT_NE(r.message.find(c.message), std::string::npos) << r.message;
+    if (c.check) c.check(p, r);
   }
 }
 

@@ -38,6 +38,16 @@ void *create(int64_t n) {
   return h;
 }
 
+// e04rz's worker on *h; its status.
+int64_t destroy(void **h) {
+  engine_data ed;
+  y90haan_(&ed);
+  char eb[200] = {};
+  int64_t st = 1;
+  e04rzfn_(&ed, h, eb, &st);
+  return st;
+}
+
 TEST(E04Handle, HeaderLayout) {
   void *h = create(3);
   const auto *w = static_cast<const int64_t *>(h);
@@ -51,12 +61,7 @@ TEST(E04Handle, HeaderLayout) {
   EXPECT_EQ(kind, 0);
   EXPECT_EQ(num_vars(*static_cast<problem *>(inner)), 3);
   EXPECT_EQ(phase(*static_cast<problem *>(inner)), phase_editable);
-  engine_data ed;
-  y90haan_(&ed);
-  char eb[200] = {};
-  int64_t st = 1;
-  e04rzfn_(&ed, &h, eb, &st);
-  EXPECT_EQ(st, 0);
+  EXPECT_EQ(destroy(&h), 0);
   EXPECT_EQ(h, nullptr);
 }
 
@@ -81,10 +86,7 @@ TEST(E04Handle, ValidationOfBadPointers) {
   EXPECT_EQ(inner, &target);
   EXPECT_EQ(open_problem(shell, eb, &st), nullptr);
   EXPECT_EQ(parse(eb).detail, 1004);
-  engine_data ed;
-  y90haan_(&ed);
-  e04rzfn_(&ed, &shell, eb, &st);
-  EXPECT_EQ(st, 0);
+  EXPECT_EQ(destroy(&shell), 0);
   EXPECT_EQ(target, 7);
 }
 
@@ -107,9 +109,7 @@ TEST(E04Handle, PhaseRules) {
     EXPECT_FALSE(second.entered());
   }
   EXPECT_EQ(phase(*p), phase_editable);
-  engine_data ed;
-  y90haan_(&ed);
-  e04rzfn_(&ed, &h, eb, &st);
+  EXPECT_EQ(destroy(&h), 0);
 }
 
 TEST(E04Handle, ResultStore) {
@@ -132,9 +132,7 @@ TEST(E04Handle, ResultStore) {
   clear_store(*p);
   stored_reals(*p, "PRIMAL", &found);
   EXPECT_FALSE(found);
-  engine_data ed;
-  y90haan_(&ed);
-  e04rzfn_(&ed, &h, eb, &st);
+  EXPECT_EQ(destroy(&h), 0);
 }
 
 }  // namespace

@@ -31,6 +31,26 @@ void set(void *h, const char *opt) {
   ASSERT_EQ(fail.code, NE_NOERROR) << opt << ": " << fail.message;
 }
 
+// The n values the handle's result store holds under name.
+std::vector<double> stored(void *h, const char *name, int64_t n) {
+  std::vector<double> v(n);
+  Zem_Fail fail{};
+  fail.print = 0;
+  e04rxc(h, name, 0, n, v.data(), &fail);
+  EXPECT_EQ(fail.code, NE_NOERROR) << name << ": " << fail.message;
+  return v;
+}
+
+// e04stc on a model the library evaluates alone (no user functions, no
+// multipliers asked for); the objective comes back in rinfo[0].
+Zem_Fail solve_model(void *h, int64_t n, double x[], double rinfo[100], Zem_Comm *comm = nullptr) {
+  double stats[100];
+  Zem_Fail fail{};
+  fail.print = 0;
+  e04stc(h, nullptr, nullptr, nullptr, nullptr, nullptr, nullptr, n, x, 0, nullptr, rinfo, stats, comm, &fail);
+  return fail;
+}
+
 // ---- HS 71: min x1 x4 (x1 + x2 + x3) + x3,  x1 x2 x3 x4 >= 25,
 // x1^2 + x2^2 + x3^2 + x4^2 = 40,  1 <= x <= 5.  f* = 17.0140172891519.
 struct hs71_data {
@@ -50,13 +70,12 @@ void hs71_objfun(int64_t, const double x[], double *fx, int64_t *, Zem_Comm *com
   if (d->calls == d->stop_at) comm->flag = 7;
   if (d->handle && d->calls == 3) {
     // A solve, and an option setting, from inside the solve.
-    Zem_Fail f1{}, f2{};
-    f1.print = f2.print = 0;
-    double x2[4] = {1, 5, 5, 1}, ri[100], st[100];
-    e04stc(d->handle, nullptr, nullptr, nullptr, nullptr, nullptr, nullptr, 4, x2, 0, nullptr, ri, st, comm, &f1);
-    d->reentry_code = f1.code;
-    e04zmc(d->handle, "Print Level = 1", &f2);
-    d->option_code = f2.code;
+    double x2[4] = {1, 5, 5, 1}, ri[100];
+    d->reentry_code = solve_model(d->handle, 4, x2, ri, comm).code;
+    Zem_Fail f{};
+    f.print = 0;
+    e04zmc(d->handle, "Print Level = 1", &f);
+    d->option_code = f.code;
   }
 }
 void hs71_objgrd(int64_t, const double x[], int64_t, double g[], int64_t *, Zem_Comm *comm) {
@@ -140,8 +159,15 @@ run_out solve_hs71(void *h, hs71_data &d, bool hessian, Zem_E04ST_Monit monit = 
   return r;
 }
 
-TEST(E04st, Hs71ExactAndLimitedMemory) {
+// HS 71 with the exact Hessian and with the limited-memory one: the
+// optimum, the multipliers and the results kept in the handle; then a warm
+// start: "Initial U" = "User" with nnzu = 0 takes the multipliers from the
+// store, x from the last solve (read back from the store, as a program that
+// no longer holds it would); from the optimum the solver confirms it in a
+// few iterations, with the same answer.
+TEST(E04st, Hs71ExactAndLimitedMemoryThenWarmStart) {
   for (bool hessian : {true, false}) {
+    SCOPED_TRACE(hessian ? "exact Hessian" : "limited memory");
     handle_guard g;
     make_hs71(g, hessian);
     hs71_data d;
@@ -153,47 +179,22 @@ TEST(E04st, Hs71ExactAndLimitedMemory) {
     // Multipliers: u = z_L - z_U for the bounds; x1 sits on its lower bound.
     EXPECT_GT(r.u[0], 0.0);
     // The results are in the handle.
-    double xr[4], ur[6], cv[2];
-    Zem_Fail f{};
-    e04rxc(g.h, "PRIMAL", 0, 4, xr, &f);
-    ASSERT_EQ(f.code, NE_NOERROR);
-    for (int k = 0; k < 4; ++k) EXPECT_EQ(xr[k], r.x[k]);
-    e04rxc(g.h, "DUAL VARIABLES", 0, 6, ur, &f);
-    ASSERT_EQ(f.code, NE_NOERROR);
-    for (int k = 0; k < 6; ++k) EXPECT_EQ(ur[k], r.u[k]);
-    e04rxc(g.h, "CONSTRAINT VALUES", 0, 2, cv, &f);
-    ASSERT_EQ(f.code, NE_NOERROR);
+    EXPECT_EQ(stored(g.h, "PRIMAL", 4), r.x);
+    EXPECT_EQ(stored(g.h, "DUAL VARIABLES", 6), r.u);
+    const std::vector<double> cv = stored(g.h, "CONSTRAINT VALUES", 2);
     EXPECT_NEAR(cv[0], 25.0, 1e-6);
     EXPECT_NEAR(cv[1], 40.0, 1e-6);
     EXPECT_GT(r.stats[0], 3);
     EXPECT_EQ(hessian, r.stats[5] > 0);
-  }
-}
 
-// A warm start: "Initial U" = "User" with nnzu = 0 takes the multipliers
-// from the store, x from the last solve (read back from the store, as a
-// program that no longer holds it would); from the optimum the solver
-// confirms it in a few iterations, with the same answer.
-TEST(E04st, WarmStartFromTheStore) {
-  for (bool hessian : {true, false}) {
-    handle_guard g;
-    make_hs71(g, hessian);
-    hs71_data d;
-    const run_out cold = solve_hs71(g.h, d, hessian);
-    ASSERT_EQ(cold.code, NE_NOERROR) << cold.message;
     set(g.h, "Initial U = User");
-    std::vector<double> x(4);
-    Zem_Fail f{};
-    e04rxc(g.h, "PRIMAL", 0, 4, x.data(), &f);
-    ASSERT_EQ(f.code, NE_NOERROR);
-    const run_out warm = solve_hs71(g.h, d, hessian, nullptr, x, 0);
+    const run_out warm = solve_hs71(g.h, d, hessian, nullptr, stored(g.h, "PRIMAL", 4), 0);
     ASSERT_EQ(warm.code, NE_NOERROR) << warm.message;
-    EXPECT_LE(warm.stats[0], 3) << "cold start: " << cold.stats[0];
-    EXPECT_NEAR(warm.rinfo[0], cold.rinfo[0], 1e-9 * 17.014);
-    for (int k = 0; k < 4; ++k) EXPECT_NEAR(warm.x[k], cold.x[k], 1e-7);
-    double u[6];
-    e04rxc(g.h, "DUAL VARIABLES", 0, 6, u, &f);
-    for (int k = 0; k < 6; ++k) EXPECT_NEAR(u[k], cold.u[k], 1e-5 * (1 + std::fabs(cold.u[k])));
+    EXPECT_LE(warm.stats[0], 3) << "cold start: " << r.stats[0];
+    EXPECT_NEAR(warm.rinfo[0], r.rinfo[0], 1e-9 * 17.014);
+    for (int k = 0; k < 4; ++k) EXPECT_NEAR(warm.x[k], r.x[k], 1e-7);
+    const std::vector<double> u = stored(g.h, "DUAL VARIABLES", 6);
+    for (int k = 0; k < 6; ++k) EXPECT_NEAR(u[k], r.u[k], 1e-5 * (1 + std::fabs(r.u[k])));
   }
 }
 
@@ -342,11 +343,8 @@ TEST(E04st, LinearQuadraticModels) {
     set(g.h, "Print Level = 0");
     set(g.h, "Stop Tolerance 1 = 1e-10");
     std::vector<double> x(c.n, 0.5);
-    double ri[100], st[100];
-    Zem_Fail fail{};
-    fail.print = 0;
-    e04stc(g.h, nullptr, nullptr, nullptr, nullptr, nullptr, nullptr, c.n, x.data(), 0, nullptr, ri, st, nullptr,
-           &fail);
+    double ri[100];
+    const Zem_Fail fail = solve_model(g.h, c.n, x.data(), ri);
     ASSERT_EQ(fail.code, NE_NOERROR) << c.what << fail.message;
     EXPECT_NEAR(ri[0], c.fstar, 1e-7 * std::max(1.0, std::fabs(c.fstar))) << c.what;
     for (int64_t k = 0; k < c.n; ++k) EXPECT_NEAR(x[k], c.xstar[k], 1e-6) << c.what;
@@ -382,8 +380,8 @@ TEST(E04st, GlpkMpsExamples) {
     set(g.h, "Outer Iteration Limit = 500");
     set(g.h, "Stop Tolerance 1 = 1e-10");
     std::vector<double> x(n, 0.0);
-    double ri[100], st[100];
-    e04stc(g.h, nullptr, nullptr, nullptr, nullptr, nullptr, nullptr, n, x.data(), 0, nullptr, ri, st, nullptr, &fail);
+    double ri[100];
+    fail = solve_model(g.h, n, x.data(), ri);
     if (status == "u") {
       EXPECT_TRUE(fail.code == NE_UNBOUNDED || fail.code == NE_TOO_MANY_ITER) << name << fail.message;
       continue;
@@ -399,55 +397,56 @@ TEST(E04st, GlpkMpsExamples) {
 TEST(E04st, FailuresLeaveTheHandleUsable) {
   handle_guard g;
   make_hs71(g, true);
-  {
+  // Each case on the same handle, one after the other: options set before
+  // the solve and put back after it, the user functions' behaviour, the
+  // code, the message (whole, or a part of it), and what else must hold.
+  struct failure_case {
+    const char *what;
+    const char *option, *restore;  // null: none
+    void (*prepare)(hs71_data &, void *handle);
+    Zem_E04ST_Monit monit;
+    int code;
+    const char *message;  // the whole message if it starts with "NE_", else a part of it
+    void (*check)(const hs71_data &);
+  };
+  const failure_case cases[] = {
+      {"comm->flag at the 5th objfun call", nullptr, nullptr, [](hs71_data &d, void *) { d.stop_at = 5; }, nullptr,
+       NE_USER_STOP, "user flag value = 7.", [](const hs71_data &d) { EXPECT_EQ(d.calls, 5); }},
+      {"inform = -3 from the monitor", "Monitor Frequency = 1", "Monitor Frequency = 0", nullptr, stop_monit,
+       NE_USER_STOP, "user flag value = -3.", nullptr},
+      {"a solve and an option setting from inside the solve", nullptr, nullptr,
+       [](hs71_data &d, void *h) { d.handle = h; }, nullptr, NE_NOERROR, "",
+       [](const hs71_data &d) {
+         EXPECT_EQ(d.reentry_code, NE_PHASE);
+         EXPECT_EQ(d.option_code, NE_PHASE);
+       }},
+      {"NaN at the start", nullptr, nullptr, [](hs71_data &d, void *) { d.nan_at_start = true; }, nullptr,
+       NE_USER_NAN, "", nullptr},
+      {"iteration limit", "Outer Iteration Limit = 2", "Outer Iteration Limit = 100", nullptr, nullptr,
+       NE_TOO_MANY_ITER,
+       "NE_TOO_MANY_ITER:\n  The iteration limit was reached:\n  'Outer Iteration Limit' = 2.\n"
+       "  x holds the last iterate.",
+       nullptr},
+      {"incompatible options", "Bound Relax Factor = 1e-3", "Bound Relax Factor = 1e-8", nullptr, nullptr, NE_REAL_2,
+       "NE_REAL_2:\n  On entry, 'Bound Relax Factor' = 0.001 and\n  'Stop Tolerance Feasibility' = 1e-07.\n"
+       "  Constraint: 'Bound Relax Factor' <= 'Stop Tolerance Feasibility'.\n"
+       "  Use zem_opt_handle_opt_set (e04zmc) to set compatible option values.",
+       nullptr},
+  };
+  for (const failure_case &c : cases) {
+    SCOPED_TRACE(c.what);
+    if (c.option) set(g.h, c.option);
     hs71_data d;
-    d.stop_at = 5;
-    const run_out r = solve_hs71(g.h, d, true);
-    EXPECT_EQ(r.code, NE_USER_STOP);
-    EXPECT_NE(r.message.find("user flag value = 7."), std::string::npos) << r.message;
-    EXPECT_EQ(d.calls, 5);
-  }
-  {
-    hs71_data d;
-    set(g.h, "Monitor Frequency = 1");
-    const run_out r = solve_hs71(g.h, d, true, stop_monit);
-    EXPECT_EQ(r.code, NE_USER_STOP);
-    EXPECT_NE(r.message.find("user flag value = -3."), std::string::npos) << r.message;
-    set(g.h, "Monitor Frequency = 0");
-  }
-  {
-    hs71_data d;
-    d.handle = g.h;
-    const run_out r = solve_hs71(g.h, d, true);
-    EXPECT_EQ(r.code, NE_NOERROR);
-    EXPECT_EQ(d.reentry_code, NE_PHASE);
-    EXPECT_EQ(d.option_code, NE_PHASE);
-  }
-  {
-    hs71_data d;
-    d.nan_at_start = true;
-    const run_out r = solve_hs71(g.h, d, true);
-    EXPECT_EQ(r.code, NE_USER_NAN) << r.message;
-  }
-  {
-    set(g.h, "Outer Iteration Limit = 2");
-    hs71_data d;
-    const run_out r = solve_hs71(g.h, d, true);
-    EXPECT_EQ(r.code, NE_TOO_MANY_ITER) << r.message;
-    EXPECT_EQ(r.message,
-              "NE_TOO_MANY_ITER:\n  The iteration limit was reached:\n  'Outer Iteration Limit' = 2.\n"
-              "  x holds the last iterate.");
-    set(g.h, "Outer Iteration Limit = 100");
-  }
-  {
-    set(g.h, "Bound Relax Factor = 1e-3");
-    hs71_data d;
-    const run_out r = solve_hs71(g.h, d, true);
-    EXPECT_EQ(r.message,
-              "NE_REAL_2:\n  On entry, 'Bound Relax Factor' = 0.001 and\n  'Stop Tolerance Feasibility' = 1e-07.\n"
-              "  Constraint: 'Bound Relax Factor' <= 'Stop Tolerance Feasibility'.\n"
-              "  Use zem_opt_handle_opt_set (e04zmc) to set compatible option values.");
-    set(g.h, "Bound Relax Factor = 1e-8");
+    if (c.prepare) c.prepare(d, g.h);
+    const run_out r = solve_hs71(g.h, d, true, c.monit);
+    EXPECT_EQ(r.code, c.code) << r.message;
+    if (std::string(c.message).rfind("NE_", 0) == 0) {
+      EXPECT_EQ(r.message, c.message);
+    } else {
+      EXPECT_NE(r.message.find(c.message), std::string::npos) << r.message;
+    }
+    if (c.check) c.check(d);
+    if (c.restore) set(g.h, c.restore);
   }
   {
     // Wrong nvar, wrong nnzu.
@@ -474,43 +473,48 @@ TEST(E04st, FailuresLeaveTheHandleUsable) {
 }
 
 TEST(E04st, InfeasibleUnboundedUnsupported) {
-  const auto lp = [](handle_guard &g, double lo, double hi, bool bounded) {
+  // min -(x1 + x2) subject to lo <= x1 - x2 <= hi, x >= 0 (and x <= 1 when
+  // bounded), with x1 integer where asked.
+  struct lp_case {
+    const char *what;
+    double lo, hi;
+    bool bounded, integer;
+    int64_t nvar;  // as passed to e04stc
+    int code;
+    const char *message;  // the whole message, or null
+  };
+  const lp_case cases[] = {
+      {"x1 - x2 >= 3 within the unit box", 3, 1e20, true, false, 2, NE_INFEASIBLE, nullptr},
+      {"|x1 - x2| <= 1 without upper bounds", -1, 1, false, false, 2, NE_UNBOUNDED, nullptr},
+      // The model is refused before nvar is looked at.
+      {"an integer variable", -1, 1, true, true, 3, NE_SETUP_ERROR,
+       "NE_SETUP_ERROR:\n  This solver does not support the model defined in the handle."},
+  };
+  for (const lp_case &c : cases) {
+    SCOPED_TRACE(c.what);
+    handle_guard g;
     e04rac(&g.h, 2, nullptr);
-    const double c[2] = {-1, -1};
-    e04rec(g.h, 2, c, nullptr);
-    const double bl[2] = {0, 0}, bu[2] = {bounded ? 1.0 : 1e20, bounded ? 1.0 : 1e20};
+    const double obj[2] = {-1, -1};
+    e04rec(g.h, 2, obj, nullptr);
+    const double bl[2] = {0, 0}, bu[2] = {c.bounded ? 1.0 : 1e20, c.bounded ? 1.0 : 1e20};
     e04rhc(g.h, 2, bl, bu, nullptr);
-    const double rl[1] = {lo}, ru[1] = {hi};
+    const double rl[1] = {c.lo}, ru[1] = {c.hi};
     const int64_t ir[2] = {1, 1}, ic[2] = {1, 2};
     const double b[2] = {1, -1};
     int64_t id = 0;
     e04rjc(g.h, 1, rl, ru, 2, ir, ic, b, &id, nullptr);
+    if (c.integer) {
+      const int64_t idx[1] = {1};
+      e04rcc(g.h, "INT", 1, idx, nullptr);
+    }
     set(g.h, "Print Level = 0");
     set(g.h, "Outer Iteration Limit = 3000");
-  };
-  double x[2] = {0.5, 0.5}, ri[100], st[100];
-  Zem_Fail f{};
-  f.print = 0;
-  {
-    handle_guard g;
-    lp(g, 3, 1e20, true);  // x1 - x2 >= 3 within the unit box
-    e04stc(g.h, nullptr, nullptr, nullptr, nullptr, nullptr, nullptr, 2, x, 0, nullptr, ri, st, nullptr, &f);
-    EXPECT_EQ(f.code, NE_INFEASIBLE) << f.message;
-  }
-  {
-    handle_guard g;
-    lp(g, -1, 1, false);  // |x1 - x2| <= 1, minimise -(x1 + x2): unbounded
-    e04stc(g.h, nullptr, nullptr, nullptr, nullptr, nullptr, nullptr, 2, x, 0, nullptr, ri, st, nullptr, &f);
-    EXPECT_EQ(f.code, NE_UNBOUNDED) << f.message;
-  }
-  {
-    handle_guard g;
-    lp(g, -1, 1, true);
-    const int64_t idx[1] = {1};
-    e04rcc(g.h, "INT", 1, idx, nullptr);
-    e04stc(g.h, nullptr, nullptr, nullptr, nullptr, nullptr, nullptr, 3, x, 0, nullptr, ri, st, nullptr, &f);
-    EXPECT_EQ(std::string(f.message),
-              "NE_SETUP_ERROR:\n  This solver does not support the model defined in the handle.");
+    double x[3] = {0.5, 0.5, 0.5}, ri[100];
+    const Zem_Fail f = solve_model(g.h, c.nvar, x, ri);
+    EXPECT_EQ(f.code, c.code) << f.message;
+    if (c.message) {
+      EXPECT_EQ(std::string(f.message), c.message);
+    }
   }
 }
 

@@ -2,9 +2,12 @@
 """Checks tools/bench_report.py on a small Google Benchmark file written
 here: the table takes the median of the repetitions per item, a counter's
 value from the repetitions (not the aggregates' statistics of it), group
-names that hold a slash, run settings stripped from the names, and the
-section replaced between its markers on a rerun, leaving the text around
-it alone.
+names that hold a slash, a formula's asterisk kept out of Markdown's
+emphasis, a peer's runs added by a script (named in the context's
+zem_peers), run settings stripped from the names, and the section replaced
+between its markers on a rerun, leaving the text around it alone; and a
+routine page's table of one group (bench-group markers), and its table of
+the groups of a prefix, a row a group (bench-groups markers), likewise.
   bench_report_check.py <tools/bench_report.py> <scratch dir>
 """
 import json
@@ -27,24 +30,39 @@ def run(name, times, evals, items=1):
 
 
 bench = {"context": {"date": "2026-01-01", "num_cpus": 2, "mhz_per_cpu": 2000, "load_avg": [1.5, 1, 1],
-                     "zem_chapter": "x99", "zem_program": "bench_x99"},
+                     "zem_chapter": "x99", "zem_program": "bench_x99", "zem_peers": "R 9.9, lm"},
          "benchmarks": run("x99 1/sqrt(x)/ours/min_time:0.050", [10, 30, 20], 7, items=2)
-         + run("x99 1/sqrt(x)/peer/min_time:0.050", [40, 60, 50], 9, items=2)}
+         + run("x99 1/sqrt(x)/peer/min_time:0.050", [40, 60, 50], 9, items=2)
+         + run("x99 A*B + x/ours", [100, 100, 100], 1)
+         + [{"name": "x99 A*B + x/R lm", "run_name": "x99 A*B + x/R lm", "run_type": "iteration",
+             "family_index": 2, "cpu_time": t, "time_unit": "ms", "items": 1.0} for t in (1, 2, 3)]}
 (scratch / "bench_x99.json").write_text(json.dumps(bench).replace("NaN", "NaN"))
 page = scratch / "benchmarks.md"
 page.write_text("# Benchmarks\n\nbefore\n\n<!-- bench-report:x99 begin -->\nstale 123 ns\n"
                 "<!-- bench-report:x99 end -->\n\nafter\n")
+routine = scratch / "x99aa.md"
+routine.write_text("# x99aa\n\n<!-- bench-group:x99:x99 1/sqrt(x) begin -->\nstale\n"
+                   "<!-- bench-group:x99:x99 1/sqrt(x) end -->\n\nmiddle\n\n"
+                   "<!-- bench-groups:x99:x99 1/ begin -->\nstale\n<!-- bench-groups:x99:x99 1/ end -->\n\nend\n")
 for _ in range(2):  # a rerun replaces the section it wrote
     subprocess.run([sys.executable, str(script), "--docs", str(scratch), "--no-charts",
                     str(scratch / "bench_x99.json")], check=True, stdout=subprocess.DEVNULL)
 text = page.read_text()
 expected = ["**x99 1/sqrt(x)**", "| ours | 10 ns |", "| peer | 25 ns |", "| 2.50 |", " 7 |", " 9 |",
-            "load average 1.5"]
+            "load average 1.5", "**x99 A\\*B + x**", "| R lm | 2 ms | ", "| 20000.00 |",
+            "Added to its file in the same session: R 9.9, lm."]
 missing = [e for e in expected if e not in text]
 problems = missing + [bad for bad in ("stale", "min_time", "nan", "## x99") if bad in text]
 if text.count("bench-report:x99 begin") != 1 or not text.startswith("# Benchmarks\n\nbefore") \
         or not text.rstrip().endswith("after"):
     problems.append("the text around the section changed")
+own = routine.read_text()
+if not all(e in own for e in ("| ours | 10 ns |", "| peer | 25 ns |", "load average 1.5",
+                              "| | ours | peer | peer / ours |", "| sqrt(x) | 10 ns | 25 ns | 2.50 |")) \
+        or "stale" in own or own.count("bench-group:x99:x99 1/sqrt(x) end") != 1 \
+        or own.count("bench-groups:x99:x99 1/ end") != 1 or "\n\nmiddle\n\n" not in own \
+        or not own.rstrip().endswith("end") or "A*B" in own:
+    problems.append("the routine page's group table: " + own)
 if problems:
     print(text)
     sys.exit(f"bench_report.py: {problems}")
