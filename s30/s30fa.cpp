@@ -106,11 +106,17 @@ inline double barrier_price(kind K, barrier B, double lsx, double lhx, double x,
   // more for the mirror), the term is -e x e^{-rt} mirror_gap(e (u - v),
   // e v, delta), or the same with eta and the factor (h/s)^{2 mu}.
   const double delta = lsx + rq * e.t;
+  // Far out of the money the two parts are tails of nearly equal size: by
+  // the reflection identity s e^{-qt} phi(x1) = x e^{-rt} phi(x1 - v) (and
+  // its mirror at y1; at x2 and y2 with a factor h/x) the term is a scaled
+  // difference of Mills ratios (tail_pair).
   auto plain = [&](double u) {
+    if (double tv; tail_pair(ph, u, v, e.sdq, 0.0, xdr, 0.0, tv, u == x1 ? 0.0 : lhx)) return ph * tv;
     if (v * (1.0 + std::fabs(u)) <= 0.1) return -ph * xdr * mirror_gap(ph * (u - v), ph * v, delta);
     return ph * (e.sdq * Phi(ph * u) - xdr * Phi(ph * (u - v)));
   };
   auto mirror = [&](double u) {
+    if (double tv; tail_pair(eta, u, v, e.sdq, k1, xdr, k2, tv, u == y1 ? 0.0 : lhx)) return ph * tv;
     if (v * (1.0 + std::fabs(u)) <= 0.1 && std::fabs(k2) <= 700.0)
       return -ph * xdr * std::exp(k2) * mirror_gap(eta * (u - v), eta * v, delta + 2.0 * L);
     return ph * (e.sdq * exp_phi(k1, eta * u) - xdr * exp_phi(k2, eta * (u - v)));
@@ -124,16 +130,23 @@ inline double barrier_price(kind K, barrier B, double lsx, double lhx, double x,
   const bool narrow = std::fabs(v * dw) <= 1.0;
   auto plain_diff = [&](double u1) {
     if (narrow && short_interval(u1 - v, dw)) return -xdr * strike_gap<false>(u1 - v, dw, v, 0.0);
+    // Far out of the money, A and B apart; on a long interval they differ
+    // by a factor.
+    if (double ta, tb; tail_pair(ph, x1, v, e.sdq, 0.0, xdr, 0.0, ta) && tail_pair(ph, x2, v, e.sdq, 0.0, xdr, 0.0, tb, lhx))
+      return ph * (ta - tb);
     return -ph * (e.sdq * exp_ndiff(0.0, ph * u1, ph * dw) - xdr * exp_ndiff(0.0, ph * (u1 - v), ph * dw));
   };
   auto mirror_diff = [&](double w1) {
     if (narrow && short_interval(w1 - v, dw)) return -ph * eta * xdr * strike_gap<false>(w1 - v, dw, v, k2);
+    if (double tc, td; tail_pair(eta, y1, v, e.sdq, k1, xdr, k2, tc) && tail_pair(eta, y2, v, e.sdq, k1, xdr, k2, td, lhx))
+      return ph * (tc - td);
     return -ph * (e.sdq * exp_ndiff(k1, eta * w1, eta * dw) - xdr * exp_ndiff(k2, eta * (w1 - v), eta * dw));
   };
   // A - C at x1 (or B - D at x2) with the mirror's probabilities taken on
   // the side of the plain ones (C_eta - D_eta = D_-eta - C_-eta makes every
   // knock-out one of these where eta differs from the type's sign).
   auto gap = [&](double u) {
+    if (double tv; u == x1 && tail_mirror_gap(ph, u, v, dl, e.sdq, k1, xdr, k2, tv)) return ph * tv;
     return ph * (e.sdq * mirror_gap(ph * u, ph * dl, k1) - xdr * mirror_gap(ph * (u - v), ph * dl, k2));
   };
   // A - B + C - D, where eta differs from the type's sign: the smaller of
@@ -143,7 +156,10 @@ inline double barrier_price(kind K, barrier B, double lsx, double lhx, double x,
   auto corridor = [&]() {
     // A strike near the barrier: (A - B) + (C - D) as one integral, small
     // as dw^2, and as dw^2 ln(h/s) where the spot is near the barrier too.
-    if (narrow && std::fabs(dl * dw) <= 1.0 && short_interval(x1 - v, dw))
+    // (An interval up to four times as long as short_interval allows, in
+    // pieces.)
+    if (narrow && std::fabs(dl * dw) <= 1.0 && std::fabs(dw) <= 1.0 &&
+        std::fabs(dw) * std::fmax(std::fabs(x1 - v), std::fabs(x1 - v + dw)) <= 4.0)
       return xdr * strike_gap<true>(x1 - v, dw, v, 0.0, dl);
     const double p1 = plain_diff(x1), p2 = mirror_diff(y1);
     double q1 = gap(x1), q2 = gap(x2);
