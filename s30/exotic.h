@@ -158,6 +158,123 @@ inline constexpr double gl6[6][2] = {{0.0337652428984239860938, 0.08566224618958
 inline constexpr double gl8[8][2] = {{0.0198550717512318841582, 0.0506142681451881295763}, {0.101666761293186630204, 0.111190517226687235272}, {0.237233795041835507091, 0.156853322938943643669}, {0.40828267875217509753, 0.181341891689180991483}, {0.59171732124782490247, 0.181341891689180991483}, {0.762766204958164492909, 0.156853322938943643669}, {0.898333238706813369796, 0.111190517226687235272}, {0.980144928248768115842, 0.0506142681451881295763}};
 inline constexpr double gl12[12][2] = {{0.00921968287664037465473, 0.0235876681932559135973}, {0.0479413718147625716608, 0.0534696629976592154801}, {0.115048662902847656482, 0.0800391642716731131673}, {0.206341022856691276352, 0.101583713361532960875}, {0.316084250500909903124, 0.11674626826917740438}, {0.437383295744265542264, 0.1245735229067013925}, {0.562616704255734457736, 0.1245735229067013925}, {0.683915749499090096876, 0.11674626826917740438}, {0.793658977143308723648, 0.101583713361532960875}, {0.884951337097152343518, 0.0800391642716731131673}, {0.952058628185237428339, 0.0534696629976592154801}, {0.990780317123359625345, 0.0235876681932559135973}};
 
+// e^lp phi(z), with z^2 split exactly (fma) so that the exponential adds
+// no rounding of the square: deep in the tails (|z| up to 38) the rounded
+// square alone would carry a relative error of z^2 eps.
+inline double exp_pdf(double lp, double z) {
+  const double h = z * z, e = std::fma(z, z, -h);
+  const double ex = std::exp(lp - 0.5 * h);
+  return ex == 0.0 ? 0.0 : inv_sqrt_2pi * ex * (1.0 - 0.5 * e);
+}
+
+// e^lp phi(z) (M(z - d) - M(z)) for 0 <= z - d and d > 0: the difference
+// of two Normal tail probabilities beyond w = z - d and z, scaled so that
+// the common factor e^lp phi(z) is formed once:
+//   e^lp' Q(w) - e^lp Q(z) = e^lp phi(z) (M(w) - M(z))
+// where e^lp' phi(w) = e^lp phi(z) (the reflection identity of a European
+// price, plain or mirrored).  Formed from the tail probabilities
+// themselves, the two terms agree to a factor (w + d)/d and each carries a
+// relative error of about w^2 eps from its rounded argument, so that far
+// out of the money the difference would lose eps w^3 / d.  Here the
+// difference of Mills ratios is formed directly where it loses at most a
+// factor 256 of their own few units of rounding, and elsewhere it is the
+// integral of G = -M' over [w, z] by the Gauss-Legendre rules of the
+// lookback kernel (the same node counts for the same widths); only the
+// common factor carries the rounding of z, as z^2 eps.
+inline double tail_gap(double lp, double z, double d) {
+  const double p = exp_pdf(lp, z);
+  if (p == 0.0) return 0.0;
+  const double w = z - d;
+  // The two Mills ratios, each exact to a few units of rounding (their
+  // arguments' rounding moves them by about eps relative), differ by
+  // about max(z, 1)/d times less than they are: formed directly up to a
+  // factor 256 (at most about 1e-13), beyond by the integral.
+  if (std::fmax(z, 1.0) <= 256.0 * d) return p * (mills(w) - mills(z));
+  const double kappa = w >= 1.0 ? d / w : d * (1.0 + w);
+  auto integral = [&](const auto &rule) {
+    double sum = 0.0;
+    for (const auto &node : rule) sum += node[1] * g_mills(z - node[0] * d);
+    return p * (d * sum);
+  };
+  if (kappa <= 0.025) return integral(gl4);
+  if (kappa <= 0.15) return integral(gl6);
+  if (kappa <= 0.35) return integral(gl8);
+  return integral(gl12);
+}
+
+// S Phi(sg u) - X Phi(sg (u - v)), sg = +-1, v > 0, S = s0 e^k0 and
+// X = x0 e^k1 with S phi(u) = e^gam X phi(u - v) (the reflection identity
+// of a European price, gam = 0, or of a barrier's terms at x2 and y2, gam =
+// ln(h/x)), where both probabilities are tails (w >= 0 below) and the
+// direct difference would lose more than about 800 eps: for sg = +1, w =
+// -u and the value is
+//   X phi(w + v) (e^gam M(w) - M(w + v))
+//     = tail_gap(ln X, w + v, v) + expm1(gam) X phi(w + v) M(w),
+// for sg = -1, w = u - v and it is
+//   -S phi(u) (e^-gam M(w) - M(u)) = -tail_gap(ln S, u, v) - expm1(-gam) S phi(u) M(w).
+// The direct form loses about (1 + w^2) eps times the cancellation factor
+// 2 (w + v)/v.  With gam != 0 the two parts are added only where they do
+// not cancel (the same sign, or the second at most half the first).
+// Returns false (and leaves out alone) where the direct form is used.
+inline bool tail_pair(double sg, double u, double v, double s0, double k0, double x0, double k1, double &out,
+                      double gam = 0.0) {
+  const double w = sg > 0.0 ? -u : u - v;
+  if (!(w >= 0.0) || (w + v) * (1.0 + w * w) <= 400.0 * v) return false;
+  const double lp = sg > 0.0 ? std::log(x0) + k1 : std::log(s0) + k0, z = sg > 0.0 ? w + v : u;
+  const double t = tail_gap(lp, z, v);
+  if (gam == 0.0) {
+    out = sg * t;
+    return true;
+  }
+  const double g = std::expm1(sg * gam), extra = g * exp_pdf(lp, z) * mills(w);
+  if (!(g >= 0.0 || std::fabs(extra) <= 0.5 * t)) return false;
+  out = sg * (t + extra);
+  return true;
+}
+
+// A knock-out beside its mirror image far out of the money:
+//   T(u) - T'(u + dl),  T(u) = S Phi(sg u) - X Phi(sg (u - v)),
+//   T'(y) = the same with S e^k0, X e^k1 (S phi(u) = X phi(u - v), and
+//   likewise for the mirror at y = u + dl),
+// where both are tails (tail_pair).  With F(a) = phi(a + v) (M(a) - M(a +
+// v)), whose derivative is -v phi(a + v) M(a), T(u) = X F(-u) for sg = +1
+// and -S F(u - v) for sg = -1, and, with w the argument of T and w' = w -
+// sg dl that of T' and e^k the power of the side used,
+//   X F(w) - X e^k F(w') = X [v int_w^w' phi(a + v) M(a) da - expm1(k) F(w')]
+// (and -S times the same for sg = -1): where the spot lies near the
+// barrier (|dl| and k small) the two terms are each small as ln(h/s) and
+// no longer cancel.  The integral is by the Gauss-Legendre rules of the
+// lookback kernel.  Elsewhere the two tails are formed apart and
+// subtracted (they differ by a factor).  Returns false where either is no
+// tail.
+inline bool tail_mirror_gap(double sg, double u, double v, double dl, double s0, double k0, double x0, double k1,
+                            double &out) {
+  double t1, t2;
+  if (!tail_pair(sg, u, v, s0, 0.0, x0, 0.0, t1) || !tail_pair(sg, u + dl, v, s0, k0, x0, k1, t2)) return false;
+  const double k = sg > 0.0 ? k1 : k0;
+  // The width from dl alone: w2 - w would carry the rounding of w.
+  const double w = sg > 0.0 ? -u : u - v, width = -sg * dl, w2 = w + width;
+  const double kappa = std::fabs(width) * std::fmax(std::fmax(w, w2) + v, 1.0);
+  if (std::fabs(k) > 1.0 || kappa > 1.0) {
+    out = t1 - t2;
+    return true;
+  }
+  const double lp = std::log(sg > 0.0 ? x0 : s0);
+  auto integral = [&](const auto &rule) {
+    double sum = 0.0;
+    for (const auto &node : rule) {
+      const double a = w + node[0] * width;
+      sum += node[1] * (exp_pdf(lp, a + v) * mills(a));
+    }
+    return v * width * sum;
+  };
+  const double in = kappa <= 0.025 ? integral(gl4) : kappa <= 0.15 ? integral(gl6) : kappa <= 0.35 ? integral(gl8) : integral(gl12);
+  // X e^k F(w') is t2 (or -t2 for sg = -1); X F(w') = that over e^k.
+  const double f2 = (sg > 0.0 ? t2 : -t2) * std::exp(-k);
+  out = sg * (in - std::expm1(k) * f2);
+  return true;
+}
+
 // The reflection kernel of the floating-strike lookback,
 //   L(z, d) = phi(z) (M(z - d) - M(z)) / d,   L(z, 0) = H(z),
 // a divided difference of the Mills ratio.  Where M varies little over
@@ -223,12 +340,30 @@ inline double exp_phi(double a, double y) {
   return std::isnan(e) ? 0.0 : 0.5 * erfcx(-y * c) * std::exp(e);
 }
 
+// exp_phi(a, y) with ea = e^a formed by the caller (once for a whole grid
+// where a is fixed, as the powers of h/s of a barrier): the same product,
+// bit for bit, without an exponential per call where it is a plain one.
+inline double exp_phi(double a, double ea, double y) {
+  if (y >= -20.0 && a <= 709.0) {
+    const double pr = 0.5 * std::erfc(-y * c);
+    return pr == 0.0 ? 0.0 : ea * pr;
+  }
+  return exp_phi(a, y);
+}
+
 // ln(a/b) for a, b > 0, to full relative accuracy however near a lies to
 // b (the difference of the two logarithms would carry their rounding,
-// eps |ln a|, into a result that may be as small as eps).
+// eps |ln a|, into a result that may be as small as eps).  Beyond a factor
+// 2 the logarithm of the rounded quotient is within about 2 eps absolute
+// (the difference of the logarithms would carry eps (|ln a| + |ln b|),
+// and far out of the money a price moves by |d| times the error of its
+// Normal argument d); the difference is kept only where the quotient
+// leaves the normal range.
 inline double log_ratio(double a, double b) {
   const double d = a - b;  // exact for b/2 <= a <= 2b
-  return a >= 0.5 * b && a <= 2.0 * b ? std::log1p(d / b) : std::log(a) - std::log(b);
+  if (a >= 0.5 * b && a <= 2.0 * b) return std::log1p(d / b);
+  const double q = a / b;
+  return std::isnormal(q) && q < 0x1p1023 ? std::log(q) : std::log(a) - std::log(b);
 }
 
 // e^ex (Phi(b + w) - Phi(b)) to a few units of rounding relative to itself,
@@ -273,14 +408,17 @@ inline double exp_ndiff(double ex, double b, double w) {
 // (Phi(g) - Phi(g + dl)) - expm1(al) Phi(g + dl), each part to full
 // relative accuracy; beyond, e^{al} differs from 1 by a factor, and the
 // direct form is as good.
-// The direct form is kept wherever its two terms differ by 40% of the
-// larger or more (it then loses at most a factor 2.5 to cancellation), so
-// that the integral is formed only where it is needed.
-inline double mirror_gap(double g, double dl, double al) {
-  const double a = 0.5 * std::erfc(-g * c), b = exp_phi(al, g + dl);
-  if (std::fabs(al) > 1.0 || std::fabs(a - b) >= 0.4 * std::fmax(a, b)) return a - b;
+// The direct form is kept wherever its error stays below about 64 units
+// of rounding: each term carries about (1 + g^2) eps from its rounded
+// argument, and the difference magnifies that by max(a, b)/|a - b|; so
+// the integral, several times the cost, is formed only where it is needed
+// (a spot near the barrier), not over the common region.
+inline double mirror_gap(double g, double dl, double al, double eal) {
+  const double a = 0.5 * std::erfc(-g * c), b = exp_phi(al, eal, g + dl);
+  if (std::fabs(al) > 1.0 || 64.0 * std::fabs(a - b) >= (1.0 + g * g) * std::fmax(a, b)) return a - b;
   return -exp_ndiff(0.0, g, dl) - std::expm1(al) * (0.5 * std::erfc(-(g + dl) * c));
 }
+inline double mirror_gap(double g, double dl, double al) { return mirror_gap(g, dl, al, std::exp(al)); }
 
 // mirror_gap(g) - mirror_gap(g + w) for |al| <= 1 (the caller checks):
 //   (Phi(g + w) - Phi(g + w + dl)) - (Phi(g) - Phi(g + dl))
@@ -318,15 +456,21 @@ template <bool Mirror>
 inline double strike_gap(double y0, double w, double v, double ex, double dl = 0.0) {
   const double mx = std::fmax(std::fmax(std::fabs(y0), std::fabs(y0 + w)), std::fmax(std::fmax(v, std::fabs(dl)), 1.0));
   const double kappa = std::fabs(w) * mx;
+  // Beyond kappa = 1 (up to 4, where the caller allows it) the interval is
+  // cut into ceil(kappa) pieces of 12 nodes each; the integrand keeps one
+  // sign throughout, so the sum cancels nowhere.
+  const int pieces = kappa <= 1.0 ? 1 : static_cast<int>(std::ceil(std::fmin(kappa, 4.0)));
+  const double hw = w / pieces;
   auto integral = [&](const auto &rule) {
     double sum = 0.0;
-    for (const auto &node : rule) {
-      const double a = node[0] * w, y = y0 + a;
-      double f = std::exp(ex - 0.5 * y * y) * std::expm1(-v * a);
-      if constexpr (Mirror) f *= std::expm1(dl * (w - a));
-      sum += node[1] * f;
-    }
-    return w * inv_sqrt_2pi * sum;
+    for (int j = 0; j < pieces; ++j)
+      for (const auto &node : rule) {
+        const double a = (j + node[0]) * hw, y = y0 + a;
+        double f = std::exp(ex - 0.5 * y * y) * std::expm1(-v * a);
+        if constexpr (Mirror) f *= std::expm1(dl * (w - a));
+        sum += node[1] * f;
+      }
+    return hw * inv_sqrt_2pi * sum;
   };
   return kappa <= 0.025 ? integral(gl4) : kappa <= 0.15 ? integral(gl6) : kappa <= 0.35 ? integral(gl8) : integral(gl12);
 }

@@ -85,10 +85,22 @@ inline double smaller_parts(double p1, double p2, double q1, double q2) {
   return std::isfinite(sq) && !(sp <= sq) ? q1 - q2 : p1 + p2;
 }
 
+// The powers of h/s of a grid, their logarithms and their values formed
+// once: k1 = 2 (mu + 1) L, k2 = 2 mu L of the mirror terms, kr1 = (mu +
+// lambda) L and kr2 = (mu - lambda) L of the knock-out's rebate (an
+// exponential per price and power would cost as much as the price's
+// Normal probabilities).
+struct barrier_powers {
+  double k1, k2, kr1, kr2, e1, e2, er1, er2;
+  barrier_powers(double mu, double lam, double L)
+      : k1(2.0 * (mu + 1.0) * L), k2(2.0 * mu * L), kr1((mu + lam) * L), kr2((mu - lam) * L), e1(std::exp(k1)),
+        e2(std::exp(k2)), er1(std::exp(kr1)), er2(std::exp(kr2)) {}
+};
+
 // One price; the terms are formed only where the case uses them, and the
 // pairs that cancel are formed as differences (see the head of the file).
 inline double barrier_price(kind K, barrier B, double lsx, double lhx, double x, double L, double rq,
-                            const expiry_terms &e, double mu, double lam, const barrier_args &a) {
+                            const expiry_terms &e, double lam, const barrier_powers &pw, const barrier_args &a) {
   const double ph = K == kind::call ? 1.0 : -1.0;
   const double eta = B == barrier::down_in || B == barrier::down_out ? 1.0 : -1.0;
   const double v = e.vol;
@@ -97,7 +109,7 @@ inline double barrier_price(kind K, barrier B, double lsx, double lhx, double x,
   const double x2 = (-L + e.drift) / v;
   const double y1 = (2.0 * L + lsx + e.drift) / v;
   const double y2 = (L + e.drift) / v;
-  const double k1 = 2.0 * (mu + 1.0) * L, k2 = 2.0 * mu * L;  // ln of the two powers of h/s
+  const double k1 = pw.k1, k2 = pw.k2;  // ln of the two powers of h/s
   const double dl = 2.0 * L / v;                               // y1 - x1 = y2 - x2
   const double dw = -lhx / v;                                  // x2 - x1 = y2 - y1 = ln(x/h)/v
   // A or B at u, and C or D at u.  Where v (1 + |u|) <= 1/10 the two
@@ -106,14 +118,20 @@ inline double barrier_price(kind K, barrier B, double lsx, double lhx, double x,
   // more for the mirror), the term is -e x e^{-rt} mirror_gap(e (u - v),
   // e v, delta), or the same with eta and the factor (h/s)^{2 mu}.
   const double delta = lsx + rq * e.t;
+  // Far out of the money the two parts are tails of nearly equal size: by
+  // the reflection identity s e^{-qt} phi(x1) = x e^{-rt} phi(x1 - v) (and
+  // its mirror at y1; at x2 and y2 with a factor h/x) the term is a scaled
+  // difference of Mills ratios (tail_pair).
   auto plain = [&](double u) {
+    if (double tv; tail_pair(ph, u, v, e.sdq, 0.0, xdr, 0.0, tv, u == x1 ? 0.0 : lhx)) return ph * tv;
     if (v * (1.0 + std::fabs(u)) <= 0.1) return -ph * xdr * mirror_gap(ph * (u - v), ph * v, delta);
     return ph * (e.sdq * Phi(ph * u) - xdr * Phi(ph * (u - v)));
   };
   auto mirror = [&](double u) {
+    if (double tv; tail_pair(eta, u, v, e.sdq, k1, xdr, k2, tv, u == y1 ? 0.0 : lhx)) return ph * tv;
     if (v * (1.0 + std::fabs(u)) <= 0.1 && std::fabs(k2) <= 700.0)
-      return -ph * xdr * std::exp(k2) * mirror_gap(eta * (u - v), eta * v, delta + 2.0 * L);
-    return ph * (e.sdq * exp_phi(k1, eta * u) - xdr * exp_phi(k2, eta * (u - v)));
+      return -ph * xdr * pw.e2 * mirror_gap(eta * (u - v), eta * v, delta + 2.0 * L);
+    return ph * (e.sdq * exp_phi(k1, pw.e1, eta * u) - xdr * exp_phi(k2, pw.e2, eta * (u - v)));
   };
   // A - B at (x1, x2) and C - D at (y1, y2), the widths x2 - x1 = y2 - y1
   // = dw formed from ln(h/x) alone.
@@ -124,17 +142,24 @@ inline double barrier_price(kind K, barrier B, double lsx, double lhx, double x,
   const bool narrow = std::fabs(v * dw) <= 1.0;
   auto plain_diff = [&](double u1) {
     if (narrow && short_interval(u1 - v, dw)) return -xdr * strike_gap<false>(u1 - v, dw, v, 0.0);
+    // Far out of the money, A and B apart; on a long interval they differ
+    // by a factor.
+    if (double ta, tb; tail_pair(ph, x1, v, e.sdq, 0.0, xdr, 0.0, ta) && tail_pair(ph, x2, v, e.sdq, 0.0, xdr, 0.0, tb, lhx))
+      return ph * (ta - tb);
     return -ph * (e.sdq * exp_ndiff(0.0, ph * u1, ph * dw) - xdr * exp_ndiff(0.0, ph * (u1 - v), ph * dw));
   };
   auto mirror_diff = [&](double w1) {
     if (narrow && short_interval(w1 - v, dw)) return -ph * eta * xdr * strike_gap<false>(w1 - v, dw, v, k2);
+    if (double tc, td; tail_pair(eta, y1, v, e.sdq, k1, xdr, k2, tc) && tail_pair(eta, y2, v, e.sdq, k1, xdr, k2, td, lhx))
+      return ph * (tc - td);
     return -ph * (e.sdq * exp_ndiff(k1, eta * w1, eta * dw) - xdr * exp_ndiff(k2, eta * (w1 - v), eta * dw));
   };
   // A - C at x1 (or B - D at x2) with the mirror's probabilities taken on
   // the side of the plain ones (C_eta - D_eta = D_-eta - C_-eta makes every
   // knock-out one of these where eta differs from the type's sign).
   auto gap = [&](double u) {
-    return ph * (e.sdq * mirror_gap(ph * u, ph * dl, k1) - xdr * mirror_gap(ph * (u - v), ph * dl, k2));
+    if (double tv; u == x1 && tail_mirror_gap(ph, u, v, dl, e.sdq, k1, xdr, k2, tv)) return ph * tv;
+    return ph * (e.sdq * mirror_gap(ph * u, ph * dl, k1, pw.e1) - xdr * mirror_gap(ph * (u - v), ph * dl, k2, pw.e2));
   };
   // A - B + C - D, where eta differs from the type's sign: the smaller of
   // the two exact arrangements, (A - B) + (C - D) (small where the strike
@@ -143,7 +168,10 @@ inline double barrier_price(kind K, barrier B, double lsx, double lhx, double x,
   auto corridor = [&]() {
     // A strike near the barrier: (A - B) + (C - D) as one integral, small
     // as dw^2, and as dw^2 ln(h/s) where the spot is near the barrier too.
-    if (narrow && std::fabs(dl * dw) <= 1.0 && short_interval(x1 - v, dw))
+    // (An interval up to four times as long as short_interval allows, in
+    // pieces.)
+    if (narrow && std::fabs(dl * dw) <= 1.0 && std::fabs(dw) <= 1.0 &&
+        std::fabs(dw) * std::fmax(std::fabs(x1 - v), std::fabs(x1 - v + dw)) <= 4.0)
       return xdr * strike_gap<true>(x1 - v, dw, v, 0.0, dl);
     const double p1 = plain_diff(x1), p2 = mirror_diff(y1);
     double q1 = gap(x1), q2 = gap(x2);
@@ -165,10 +193,10 @@ inline double barrier_price(kind K, barrier B, double lsx, double lhx, double x,
   double rebate = 0.0;
   if (a.k != 0.0) {
     if (in) {
-      rebate = a.k * e.dr * mirror_gap(eta * (x2 - v), eta * dl, k2);
+      rebate = a.k * e.dr * mirror_gap(eta * (x2 - v), eta * dl, k2, pw.e2);
     } else {
       const double z = L / v + lam * v;
-      rebate = a.k * (exp_phi((mu + lam) * L, eta * z) + exp_phi((mu - lam) * L, eta * (z - 2.0 * lam * v)));
+      rebate = a.k * (exp_phi(pw.kr1, pw.er1, eta * z) + exp_phi(pw.kr2, pw.er2, eta * (z - 2.0 * lam * v)));
     }
   }
   const bool above = x > a.h;
@@ -235,11 +263,12 @@ ZEM_INTERNAL void s30fafn_(engine_data *, const char *calput, const char *btype,
   // price is at its limit, while 2 mu L must stay a number.
   const double mu = std::fmax(-0x1p900, std::fmin(0x1p900, ((g.r - g.q) - sig2 / 2.0) / sig2));
   const double lam = std::hypot(mu, std::sqrt(2.0 * g.r) / g.sigma);  // mu^2 may overflow
+  const barrier_powers pw(mu, lam, L);
   for (int64_t j = 0; j < g.n; ++j) {
     const expiry_terms e = per_expiry(g.s, g.t[j], g.sigma, g.r, g.q);
     double *col = p + j * Ly.cj;
     for (int64_t i = 0; i < g.m; ++i)
-      col[i * Ly.ri] = barrier_price(g.type, a.type, lsx[i], lhx[i], x[i], L, g.r - g.q, e, mu, lam, a);
+      col[i * Ly.ri] = barrier_price(g.type, a.type, lsx[i], lhx[i], x[i], L, g.r - g.q, e, lam, pw, a);
   }
 }
 

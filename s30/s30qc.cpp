@@ -58,14 +58,18 @@ inline double bs_beta(double r, double b, double sigma) {
   return w <= 0.0 ? (root - w) / sig2 : 2.0 * r / (w + root);
 }
 
-// The approximate American call C(s, x, t, r, b, sigma); ds = ln s, dx = ln x.
-inline double bs93_call(double s, double x, double ls, double lx, double t, double r, double b, double sigma,
-                        double beta) {
+// The approximate American call C(s, x, t, r, b, sigma).  Every Normal
+// argument is formed from a logarithm of a ratio (ln(s/x), ln(I/s),
+// ln(I/x)), never from a difference of two logarithms: far out of the
+// money a price moves by |d| times the absolute error of its argument d,
+// and ln s - ln x would carry eps |ln s| + eps |ln x|, against eps |ln(s/x)|.
+inline double bs93_call(double s, double x, double t, double r, double b, double sigma, double beta) {
   const double sqt = std::sqrt(t);
   const double v = sigma * sqt;
   const double sig2 = sigma * sigma;
+  const double lsx = log_ratio(s, x);
   if (b >= r) {  // the European call, with dividend yield r - b
-    const double d1 = (ls - lx + t * (b + sig2 / 2.0)) / v;
+    const double d1 = (lsx + t * (b + sig2 / 2.0)) / v;
     return 0.5 * s * std::exp((b - r) * t) * std::erfc(-d1 * c) - 0.5 * x * std::exp(-r * t) * std::erfc(-(d1 - v) * c);
   }
   const double binf = beta / (beta - 1.0) * x;
@@ -79,29 +83,48 @@ inline double bs93_call(double s, double x, double ls, double lx, double t, doub
   const double ht = gap > 0.0 ? -(b * t + 2.0 * v) * b0 / gap : 0.0;
   const double I = ht < 0.0 ? b0 + gap * -std::expm1(ht) : b0;
   if (s >= I) return s - x;
-  const double lI = std::log(I);
   const double lIs = log_ratio(I, s);  // ln(I/s) > 0
   const double lIx = log_ratio(I, x);  // ln(I/x) >= 0
   // phi(g, H) without its factor s^g e^{lam} is Phi(d) - (I/s)^kap Phi(d - 2 ln(I/s)/v);
   // the approximation uses it at H = I and H = x, through the difference of
   // the two brackets and one minus the first (each formed as a sum of
   // differences of Normal probabilities, so that none cancels).
-  auto d_of = [&](double g, double lH) { return -(ls - lH + (b + (g - 0.5) * sig2) * t) / v; };
+  auto d_of = [&](double g, double lsH) { return -(lsH + (b + (g - 0.5) * sig2) * t) / v; };  // lsH = ln(s/H)
   auto kap_of = [&](double g) { return 2.0 * b / sig2 + (2.0 * g - 1.0); };
   const double shift = 2.0 * lIs / v;
-  auto bracket_diff = [&](double g) {  // bracket(g, I) - bracket(g, x)
-    // d(g, I) - d(g, x) = ln(I/x)/v, formed from ln(I/x) alone
-    const double dx = d_of(g, lx), w = lIx / v, ek = kap_of(g) * lIs;
-    return exp_ndiff(0.0, dx, w) - exp_ndiff(ek, dx - shift, w);
-  };
   auto lam = [&](double g) { return (-r + g * b + 0.5 * g * (g - 1.0) * sig2) * t; };
   // lam(beta) = 0: beta solves sigma^2 g(g - 1)/2 + b g - r = 0.
-  const double dB = d_of(beta, lI);
+  const double dB = d_of(beta, -lIs);
   const double one_minus = 0.5 * std::erfc(dB * c) + exp_phi(kap_of(beta) * lIs, dB - shift);
   const double head = (I - x) * std::exp(-beta * lIs) * one_minus;
-  const double e1 = s * std::exp(lam(1.0));
-  const double e0 = x * std::exp(lam(0.0));
-  return head + e1 * bracket_diff(1.0) - e0 * bracket_diff(0.0);
+  const double l1 = lam(1.0), l0 = lam(0.0);
+  const double e1 = s * std::exp(l1);
+  const double e0 = x * std::exp(l0);
+  // The brackets' differences bracket(g, I) - bracket(g, x), g = 1 and 0,
+  // each a sum of differences of Normal probabilities over the width
+  // d(g, I) - d(g, x) = ln(I/x)/v (formed from ln(I/x) alone), are taken
+  // times e1 and e0; far out of the money the two products are tails of
+  // nearly equal size.  With d(0, H) = d(1, H) + v and
+  //   e1 phi(d(1, H)) = (H/x) e0 phi(d(0, H)),
+  // and the same for the mirror terms at d - shift with the powers (I/s)^kap
+  // (kap(1) - kap(0) = 2), the plain parts are
+  //   [e1 Q(d(1, x)) - e0 Q(d(0, x))] - [e1 Q(d(1, I)) - e0 Q(d(0, I))]
+  // and the mirror parts the like with Phi at d - shift, each bracket a
+  // scaled difference of Mills ratios (tail_pair, with gam = ln(I/x) at I);
+  // where a bracket is no tail, the part is formed as before.
+  const double dx1 = d_of(1.0, lsx), wI = lIx / v;
+  double plain_part, mirror_part, ta, tb;
+  if (tail_pair(1.0, -dx1, v, s, l1, x, l0, ta) && tail_pair(1.0, -(dx1 + wI), v, s, l1, x, l0, tb, lIx))
+    plain_part = ta - tb;
+  else
+    plain_part = e1 * exp_ndiff(0.0, dx1, wI) - e0 * exp_ndiff(0.0, d_of(0.0, lsx), wI);
+  const double dx0 = d_of(0.0, lsx), m1 = kap_of(1.0) * lIs, m0 = kap_of(0.0) * lIs;
+  if (tail_pair(1.0, dx0 - shift, v, x, l0 + m0, s, l1 + m1, ta) &&
+      tail_pair(1.0, dx0 + wI - shift, v, x, l0 + m0, s, l1 + m1, tb, -lIx))
+    mirror_part = tb - ta;
+  else
+    mirror_part = e0 * exp_ndiff(m0, dx0 - shift, wI) - e1 * exp_ndiff(m1, dx1 - shift, wI);
+  return head + plain_part + mirror_part;
 }
 
 }  // namespace zem::s30
@@ -121,17 +144,12 @@ ZEM_INTERNAL void s30qcfn_(engine_data *, const char *calput, const int64_t *m, 
   if (!(std::isfinite(beta) && (g.s <= 1.0 || beta * std::log2(g.s) < 1022.0)))
     return zem::fail(errbuf, ifail, 5, 1040, g.s, beta, s30qc_bound);
 
-  std::unique_ptr<double[]> lnx(
-      static_cast<uint64_t>(g.m) <= PTRDIFF_MAX / sizeof(double) ? new (std::nothrow) double[g.m] : nullptr);
-  if (!lnx) return zem::alloc_fail(ifail);
-  for (int64_t i = 0; i < g.m; ++i) lnx[i] = std::log(x[i]);
   const layout L = make_layout(g.order, g.ld);
-  const double lns = std::log(g.s);
   for (int64_t j = 0; j < g.n; ++j) {
     double *col = p + j * L.cj;
     for (int64_t i = 0; i < g.m; ++i)
-      col[i * L.ri] = call ? bs93_call(g.s, x[i], lns, lnx[i], g.t[j], rr, bb, g.sigma, beta)
-                           : bs93_call(x[i], g.s, lnx[i], lns, g.t[j], rr, bb, g.sigma, beta);
+      col[i * L.ri] = call ? bs93_call(g.s, x[i], g.t[j], rr, bb, g.sigma, beta)
+                           : bs93_call(x[i], g.s, g.t[j], rr, bb, g.sigma, beta);
   }
 }
 

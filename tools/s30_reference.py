@@ -38,8 +38,8 @@ def N(y):
 
 
 def settled(f, *args):
-    """f(*args) at 50, 100, 200, ... digits until two successive values agree
-    to 1e-35 relative: a price that is a small difference of large terms
+    """f(*args) at 50, 100, 200, ... digits until two successive nonzero
+    values agree to 1e-35 relative: a price that is a small difference of large terms
     (a knock-out near its barrier) needs as many more digits as it is
     smaller than its terms."""
     old, prev = mp.mp.dps, None
@@ -47,9 +47,13 @@ def settled(f, *args):
         for dps in (50, 100, 200, 400, 800):
             mp.mp.dps = dps
             val = f(*args)
-            if prev is not None and abs(val - prev) <= mp.mpf('1e-35') * abs(val):
+            # Two exact zeros are no agreement: a price below the working
+            # precision's share of its terms can cancel to exactly 0.
+            if prev is not None and val != 0 and abs(val - prev) <= mp.mpf('1e-35') * abs(val):
                 return val
             prev = val
+        if abs(val) <= mp.mpf('1e-200') and abs(prev) <= mp.mpf('1e-200'):
+            return mp.mpf(0)  # below 1e-200 at 400 and 800 digits: written as 0
         sys.exit('no settled value for %s%s' % (f.__name__, args))
     finally:
         mp.mp.dps = old
@@ -446,6 +450,24 @@ def exotic_main(root):
                         rows.append((i, j, [p if p > 1e-200 else mp.mpf(0)]))
                 head = 'case %s %s %r %r %r %r %r %r %d %d' % (kind, btype, s, h, k, sigma, r, q, len(xs), len(ts))
                 near.append((head, xs, ts, rows))
+    # A put down-and-out and an up-and-out call with spot and strike both
+    # within 1e-9 of the barrier (relative 1e-9, and absolute 1e-9): the
+    # strike on the barrier, between barrier and spot, on the spot, and as
+    # far beyond the spot as the barrier lies before it.
+    for kind, btype, h in (('P', 'DO', 100.0 * (1 - 1e-9)), ('P', 'DO', 100.0 - 1e-9),
+                           ('C', 'UO', 100.0 * (1 + 1e-9)), ('C', 'UO', 100.0 + 1e-9)):
+        s = 100.0
+        for k, sigma, r, q in ((0.0, 0.25, 0.05, 0.02), (2.0, 0.25, 0.05, 0.02), (0.0, 0.03, 0.08, 0.0),
+                               (1.0, 0.6, 0.0, 0.04)):
+            xs = sorted({h, s + 0.5 * (h - s), s, s - (h - s)})
+            ts = [1e-4, 0.02, 0.5, 4.0]
+            rows = []
+            for j, t in enumerate(ts):
+                for i, x in enumerate(xs):
+                    p = settled(barrier, kind, btype, s, x, h, k, t, sigma, r, q)
+                    rows.append((i, j, [p if p > 1e-200 else mp.mpf(0)]))
+            head = 'case %s %s %r %r %r %r %r %r %d %d' % (kind, btype, s, h, k, sigma, r, q, len(xs), len(ts))
+            near.append((head, xs, ts, rows))
     write_blocks(os.path.join(data, 's30fa_cancel_reference.txt'),
                  ['# Single-barrier option prices for s30fa where the closed form cancels.', gen,
                   '# Each price evaluated at 50, 100, 200, ... digits until two agree to 1e-35 (0 below 1e-200).',
@@ -473,10 +495,18 @@ def exotic_main(root):
         ('P', 100.0, 0.04, 0.09, 0.01, [99.0, 90.0, 70.0, 110.0], [0.01, 0.5, 5.0]),
         ('P', 100.0, 0.3, 0.2, 0.0, [60.0, 70.0, 80.0, 120.0], [0.1, 1.0, 10.0]),
         ('C', 100.0, 0.3, 0.0, 0.2, [140.0, 130.0, 120.0, 80.0], [0.1, 1.0, 10.0]),
+        # far out of the money, prices from about 1e-190 to 1e-6 s
+        ('C', 100.0, 0.3, 0.06, 0.04, [200.0, 300.0, 500.0, 1000.0], [0.02, 0.1, 0.5, 3.0]),
+        ('P', 100.0, 0.3, 0.06, 0.04, [50.0, 30.0, 20.0, 10.0], [0.02, 0.1, 0.5, 3.0]),
+        ('C', 100.0, 0.02, 0.04, 0.07, [103.0, 106.0, 110.0], [0.05, 0.5, 2.0]),
+        ('P', 100.0, 0.02, 0.07, 0.04, [97.0, 94.0, 90.0], [0.05, 0.5, 2.0]),
+        ('C', 7.5, 0.6, 0.1, 0.15, [30.0, 75.0, 300.0], [0.01, 0.25, 1.0]),
+        ('P', 7.5, 0.6, 0.15, 0.1, [1.5, 0.75, 0.2], [0.01, 0.25, 1.0]),
     ]
     blocks = []
     for kind, s, sigma, r, q, xs, ts in am_cases:
         rows = [(i, j, [settled(american, kind, s, x, t, sigma, r, q)]) for j, t in enumerate(ts) for i, x in enumerate(xs)]
+        rows = [(i, j, [p if p > 1e-200 else mp.mpf(0)]) for i, j, (p,) in rows]
         blocks.append(('case %s %r %r %r %r %d %d' % (kind, s, sigma, r, q, len(xs), len(ts)), xs, ts, rows))
     write_blocks(os.path.join(data, 's30qc_reference.txt'),
                  ['# American option prices, Bjerksund-Stensland (1993) approximation, for s30qc.', gen,
