@@ -60,6 +60,14 @@ constexpr std::array<double, N> differences(const rational (&b)[N], const ration
   }
   return d;
 }
+// a_il - a_jl, l < i: Y_i - Y_j = h sum_l (a_il - a_jl) k_l (zero for l >= j
+// in the second row).
+template <size_t K, size_t L>
+constexpr std::array<double, K> stage_difference(const std::array<double, L> &a, int i, int j) {
+  std::array<double, K> d{};
+  for (int l = 0; l < i; ++l) d[l] = a[i * (i - 1) / 2 + l] - (l < j ? a[j * (j - 1) / 2 + l] : 0.0);
+  return d;
+}
 }  // namespace detail
 
 inline constexpr auto bs23_cd = detail::doubles(bs23_c);
@@ -79,7 +87,8 @@ inline constexpr auto bs45_dd = detail::doubles(bs45_dense);
 // The pairs as compile-time constants: stages, first-same-as-last, lower
 // order q (exponent 1/(q+1)), order p, stability radius and tangent, cost in
 // evaluations, the two stages of the stiffness estimate, and c, a (lower
-// triangle row by row), b, e = b - bhat.
+// triangle row by row), b, e = b - bhat, and the stiffness estimate's row
+// differences.
 template <int64_t M>
 struct pair_k;
 template <>
@@ -88,6 +97,7 @@ struct pair_k<rk23> {
   static constexpr bool fsal = true;
   static constexpr double radius = 2.3, tangent = 8.9;
   static constexpr const auto &c = bs23_cd, &a = bs23_ad, &b = bs23_bd, &e = bs23_ed;
+  static constexpr auto stiff_d = detail::stage_difference<stiff_i>(a, stiff_i, stiff_j);
 };
 template <>
 struct pair_k<rk45> {
@@ -95,6 +105,7 @@ struct pair_k<rk45> {
   static constexpr bool fsal = true;
   static constexpr double radius = 3.9, tangent = 5.2;
   static constexpr const auto &c = bs45_cd, &a = bs45_ad, &b = bs45_bd, &e = bs45_ed;
+  static constexpr auto stiff_d = detail::stage_difference<stiff_i>(a, stiff_i, stiff_j);
 };
 template <>
 struct pair_k<rk78> {
@@ -102,6 +113,7 @@ struct pair_k<rk78> {
   static constexpr bool fsal = false;
   static constexpr double radius = 5.2, tangent = 11.0;
   static constexpr const auto &c = pd87_cd, &a = pd87_ad, &b = pd87_bd, &e = pd87_ed;
+  static constexpr auto stiff_d = detail::stage_difference<stiff_i>(a, stiff_i, stiff_j);
 };
 
 namespace detail {
@@ -118,22 +130,32 @@ enum : int64_t { ph_attempt = 100, ph_stages, ph_accepted, ph_sec_half, ph_sec_s
 // components disappear.  The choice is made once per call of the machine,
 // not per loop.  (Same operations in the same order for every n.)
 
+// sum_{J<Count} c[Off + J] x[J n] with the zero coefficients left out (so
+// that a non-finite value they would multiply stays out), in the order of
+// J.  The sum begins with its first term, not with 0 + that term: one
+// addition fewer on every stage's chain.  The two differ only when every
+// term is zero and one of them is -0, in the sign of that zero sum.
+template <const auto &C, int Off, int Count>
+[[gnu::always_inline]] inline double combo(const double *x, int64_t n) {
+  double sum = 0.0;
+  bool first = true;
+  [&]<int... J>(std::integer_sequence<int, J...>) ZEM_RK_INLINE {
+    ((C[Off + J] != 0.0 ? void(first ? (sum = C[Off + J] * x[J * n], first = false)
+                                     : (sum += C[Off + J] * x[J * n], false))
+                        : void()),
+     ...);
+  }(std::make_integer_sequence<int, Count>{});
+  return sum;
+}
+
 // out = y0 + h sum_{j<I} a_Ij k_j, one pass per component with the sum in a
-// register (the stages lie n apart); zero coefficients are left out, so
-// that a non-finite stage they would multiply stays out.
+// register (the stages lie n apart).
 template <class P, int I, int N>
 [[gnu::always_inline]] inline void stage_point(const double *__restrict y0, const double *__restrict k0,
                                                int64_t n_, double h, double *__restrict out) {
   constexpr int off = I * (I - 1) / 2;
   const int64_t n = N ? N : n_;
-  for (int64_t m = 0; m < n; ++m) {
-    const double *km = k0 + m;
-    double sum = 0.0;
-    [&]<int... J>(std::integer_sequence<int, J...>) ZEM_RK_INLINE {
-      ((P::a[off + J] != 0.0 ? void(sum += P::a[off + J] * km[J * n]) : void()), ...);
-    }(std::make_integer_sequence<int, I>{});
-    out[m] = y0[m] + h * sum;
-  }
+  for (int64_t m = 0; m < n; ++m) out[m] = y0[m] + h * combo<P::a, off, I>(k0 + m, n);
 }
 
 // ynew and the weighted error estimate of an attempt of size h from y0
@@ -151,17 +173,10 @@ template <class P, int N>
     if constexpr (P::fsal) {
       yn = ylast[m];
     } else {
-      double sum = 0.0;
-      [&]<int... J>(std::integer_sequence<int, J...>) ZEM_RK_INLINE {
-        ((P::b[J] != 0.0 ? void(sum += P::b[J] * km[J * n]) : void()), ...);
-      }(std::make_integer_sequence<int, P::s>{});
-      yn = y0[m] + h * sum;
+      yn = y0[m] + h * combo<P::b, 0, P::s>(km, n);
     }
     ynew[m] = yn;
-    double e = 0.0;
-    [&]<int... J>(std::integer_sequence<int, J...>) ZEM_RK_INLINE {
-      ((P::e[J] != 0.0 ? void(e += P::e[J] * km[J * n]) : void()), ...);
-    }(std::make_integer_sequence<int, P::s>{});
+    const double e = combo<P::e, 0, P::s>(km, n);
     const double wt = std::max(th[m], 0.5 * (std::fabs(y0[m]) + std::fabs(yn)));
     const double r = std::fabs(h * e) / wt;
     if (!(r <= err)) err = r;  // a NaN sticks
@@ -175,14 +190,9 @@ template <class P, int N>
 [[gnu::always_inline]] inline void stiff_sums(const double *k0, int64_t n_, double h, double &dk, double &dy) {
   const int64_t n = N ? N : n_;
   constexpr int i = P::stiff_i, j = P::stiff_j;
-  constexpr int oi = i * (i - 1) / 2, oj = j * (j - 1) / 2;
   for (int64_t m = 0; m < n; ++m) {
     const double *km = k0 + m;
-    double s = 0.0;
-    [&]<int... L>(std::integer_sequence<int, L...>) ZEM_RK_INLINE {
-      ((s += (P::a[oi + L] - (L < j ? P::a[oj + (L < j ? L : 0)] : 0.0)) * km[L * n]), ...);
-    }(std::make_integer_sequence<int, i>{});
-    s *= h;
+    const double s = h * combo<P::stiff_d, 0, i>(km, n);
     const double d = km[i * n] - km[j * n];
     dk += d * d;
     dy += s * s;
@@ -224,13 +234,14 @@ template <class P, int N, bool Direct, bool Sec, class Eval>
   auto one = [&]<int I>(std::integral_constant<int, I>) ZEM_RK_INLINE -> bool {
     if (I < from) return true;
     stage_point<P, I, N>(y0, k0, n, h, ytmp);
-    const double t = t0 + P::c[I] * h;
     int64_t status = 0;
     if constexpr (Direct) {
-      status = eval(t, ytmp, k0 + I * n);
-      if (status == 0) return true;
+      status = eval(t0 + P::c[I] * h, ytmp, k0 + I * n);
+      if (__builtin_expect(status == 0, 1)) return true;
     }
-    req = {t, ytmp, k0 + I * n, 0.0, status};  // with Direct: the user's stop, and its flag
+    // With Direct: the user's stop, and its flag.  (The request is formed
+    // here, not kept across the user's call.)
+    req = {t0 + P::c[I] * h, ytmp, k0 + I * n, 0.0, status};
     iw[iw_stage] = I;
     iw[iw_phase] = Sec ? ph_sec_stage : ph_stage;
     return false;

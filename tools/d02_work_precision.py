@@ -19,7 +19,16 @@ function costs nothing), one against the library before a change and one
 after it (LD_LIBRARY_PATH): evaluations, median microseconds before and
 after, nanoseconds per evaluation and per step after, and the ratio per
 evaluation to the best peer of the same order in the same run.
+
+    python3 tools/d02_work_precision.py --equal-error d02.json
+
+prints, per problem and per achieved error 1e-3, 1e-4, ..., the evaluations
+and microseconds each solver needs to reach it (log-log interpolation
+between the two tolerances whose errors enclose it, along the tolerance
+sequence), and the ratios of the 4(5) and 7(8) pairs to the best peer of
+their order.
 """
+import math
 import json
 import sys
 from collections import defaultdict
@@ -74,9 +83,58 @@ def overhead(before_path, after_path):
         print(f"| {s} | {ev} | {ub} | {us:.1f} | {per_eval[s]:.1f} | {per_eval[s] * PER_STEP[s]:.0f} | {ratio} |")
 
 
+def load_rows(path):
+    """problem -> solver -> [(tol, evaluations, error, microseconds)], medians when repeated."""
+    data = json.load(open(path))
+    repeated = any(b.get("run_type") == "aggregate" for b in data["benchmarks"])
+    runs = defaultdict(lambda: defaultdict(list))
+    for b in data["benchmarks"]:
+        if repeated and b.get("aggregate_name") != "median":
+            continue
+        prob, solver, tol = b.get("run_name", b["name"]).split("/")[:3]
+        runs[prob][solver].append((float(tol), b["fevals"], b["error"], b["cpu_time"]))
+    return runs
+
+
+def at_error(rows, target):
+    """(evaluations, microseconds) to reach the error target, or None outside the measured range."""
+    rows = sorted(rows, reverse=True)  # tolerance decreasing
+    for (_, e0, r0, u0), (_, e1, r1, u1) in zip(rows, rows[1:]):
+        if r0 >= target >= r1 and r0 > r1 > 0:
+            w = (math.log(r0) - math.log(target)) / (math.log(r0) - math.log(r1))
+            return (math.exp((1 - w) * math.log(e0) + w * math.log(e1)),
+                    math.exp((1 - w) * math.log(u0) + w * math.log(u1)))
+    return None
+
+
+def equal_error(path):
+    runs = load_rows(path)
+    groups = [("zem_rk45", ["boost_dopri5", "gsl_rkf45"]), ("zem_rk78", ["boost_fehlberg78", "gsl_rk8pd"])]
+    for ours, peers in groups:
+        names = [ours] + peers
+        print(f"\n{ours} against {', '.join(peers)}: evaluations and microseconds at equal error at tend; "
+              "ratios to the best peer (below 1: fewer, faster)\n")
+        print("| problem | error | " + " | ".join(names) + " | evaluations ratio | time ratio |")
+        print("|---|---|" + "---|" * (len(names) + 2))
+        for prob, solvers in runs.items():
+            for k in range(3, 12):
+                target = 10.0 ** -k
+                got = {n: at_error(solvers[n], target) for n in names if n in solvers}
+                if got.get(ours) is None or all(got.get(p) is None for p in peers):
+                    continue
+                cells = [f"{got[n][0]:.0f}, {got[n][1]:.0f}" if got.get(n) else "-" for n in names]
+                best_e = min(got[p][0] for p in peers if got.get(p))
+                best_t = min(got[p][1] for p in peers if got.get(p))
+                print(f"| {prob} | 1e-{k} | " + " | ".join(cells) +
+                      f" | {got[ours][0] / best_e:.2f} | {got[ours][1] / best_t:.2f} |")
+
+
 def main():
     if sys.argv[1] == "--overhead":
         overhead(sys.argv[2], sys.argv[3])
+        return
+    if sys.argv[1] == "--equal-error":
+        equal_error(sys.argv[2])
         return
     data = json.load(open(sys.argv[1]))
     outdir = sys.argv[2]
