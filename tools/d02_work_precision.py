@@ -8,8 +8,10 @@
 
 Draws, for every problem, the error at tend against function evaluations and
 against time (docs/d02-work-precision-<problem>.png, python3-matplotlib), and
-prints the figures as a Markdown table (evaluations and microseconds to reach
-each tolerance's error) for docs/benchmarks.md.
+writes the figures as Markdown tables (evaluations, microseconds and error at
+tend for each tolerance, then the comparison at equal achieved error below)
+between the markers <!-- d02-work-precision begin/end --> of
+docs/benchmarks.md, and prints them.  tools/bench.sh does both steps.
 
     python3 tools/d02_work_precision.py --overhead before.json after.json
 
@@ -28,8 +30,10 @@ between the two tolerances whose errors enclose it, along the tolerance
 sequence), and the ratios of the 4(5) and 7(8) pairs to the best peer of
 their order.
 """
-import math
 import json
+import math
+import pathlib
+import re
 import sys
 from collections import defaultdict
 
@@ -107,15 +111,17 @@ def at_error(rows, target):
     return None
 
 
-def equal_error(path):
-    runs = load_rows(path)
+def equal_error(runs):
+    """Lines of the equal-error tables (Markdown), and a one-line summary per pair."""
+    out, summary = [], []
     groups = [("zem_rk45", ["boost_dopri5", "gsl_rkf45"]), ("zem_rk78", ["boost_fehlberg78", "gsl_rk8pd"])]
     for ours, peers in groups:
         names = [ours] + peers
-        print(f"\n{ours} against {', '.join(peers)}: evaluations and microseconds at equal error at tend; "
-              "ratios to the best peer (below 1: fewer, faster)\n")
-        print("| problem | error | " + " | ".join(names) + " | evaluations ratio | time ratio |")
-        print("|---|---|" + "---|" * (len(names) + 2))
+        out += [f"\n{ours} against {', '.join(peers)}: evaluations and microseconds at equal error at tend; "
+                "ratios to the best peer (below 1: fewer, faster)\n",
+                "| problem | error | " + " | ".join(names) + " | evaluations ratio | time ratio |",
+                "|---|---|" + "---|" * (len(names) + 2)]
+        ratios = []
         for prob, solvers in runs.items():
             for k in range(3, 12):
                 target = 10.0 ** -k
@@ -125,8 +131,20 @@ def equal_error(path):
                 cells = [f"{got[n][0]:.0f}, {got[n][1]:.0f}" if got.get(n) else "-" for n in names]
                 best_e = min(got[p][0] for p in peers if got.get(p))
                 best_t = min(got[p][1] for p in peers if got.get(p))
-                print(f"| {prob} | 1e-{k} | " + " | ".join(cells) +
-                      f" | {got[ours][0] / best_e:.2f} | {got[ours][1] / best_t:.2f} |")
+                ratios.append((got[ours][0] / best_e, got[ours][1] / best_t))
+                out.append(f"| {prob} | 1e-{k} | " + " | ".join(cells) +
+                           f" | {ratios[-1][0]:.2f} | {ratios[-1][1]:.2f} |")
+        if ratios:
+            ev = sorted(r[0] for r in ratios)
+            tm = sorted(r[1] for r in ratios)
+            summary.append(f"- {ours} at equal error against the best of {', '.join(peers)}, {len(ratios)} points: "
+                           f"evaluations {ev[0]:.2f} to {ev[-1]:.2f} (median {ev[len(ev) // 2]:.2f}, above 1 at "
+                           f"{sum(r > 1 for r in ev)}), time {tm[0]:.2f} to {tm[-1]:.2f} (median {tm[len(tm) // 2]:.2f}, "
+                           f"above 1 at {sum(r > 1 for r in tm)}).")
+    return out, summary
+
+
+MARK = re.compile(r"<!-- d02-work-precision begin -->.*?<!-- d02-work-precision end -->", re.S)
 
 
 def main():
@@ -134,7 +152,8 @@ def main():
         overhead(sys.argv[2], sys.argv[3])
         return
     if sys.argv[1] == "--equal-error":
-        equal_error(sys.argv[2])
+        out, summary = equal_error(load_rows(sys.argv[2]))
+        print("\n".join(summary + out))
         return
     data = json.load(open(sys.argv[1]))
     outdir = sys.argv[2]
@@ -164,20 +183,34 @@ def main():
         fig.tight_layout()
         fig.savefig(f"{outdir}/d02-work-precision-{prob}.png", dpi=90)
         plt.close(fig)
-    # The table: per problem and tolerance, evaluations / time / error of each solver.
+    # The tables: per problem and tolerance, evaluations / time / error of
+    # each solver; then the comparison at equal achieved error.
+    lines = []
     for prob, solvers in runs.items():
         names = sorted(solvers)
-        print(f"\n{prob}: evaluations, processor microseconds, error at tend\n")
-        print("| tol | " + " | ".join(names) + " |")
-        print("|---|" + "---|" * len(names))
+        lines += [f"\n{prob}: evaluations, processor microseconds, error at tend\n",
+                  "| tol | " + " | ".join(names) + " |",
+                  "|---|" + "---|" * len(names)]
         tols = sorted({r[0] for rows in solvers.values() for r in rows}, reverse=True)
         for tol in tols:
             cells = []
             for n in names:
                 row = [r for r in solvers[n] if r[0] == tol]
                 cells.append(f"{int(row[0][1])}, {row[0][3]:.0f}, {row[0][2]:.1e}" if row else "-")
-            print(f"| {tol:.0e} | " + " | ".join(cells) + " |")
-
+            lines.append(f"| {tol:.0e} | " + " | ".join(cells) + " |")
+    eq, summary = equal_error(load_rows(sys.argv[1]))
+    ctx = data.get("context", {})
+    body = "\n".join([f"Run of {ctx.get('date', '?')} ({ctx.get('num_cpus', '?')} processors, load average "
+                       f"{', '.join(f'{x:.1f}' for x in ctx.get('load_avg', [])) or '?'} at its start).", ""]
+                      + summary + lines + eq)
+    print(body)
+    page = pathlib.Path(outdir) / "benchmarks.md"
+    if page.exists():
+        text = page.read_text(encoding="utf-8")
+        new = f"<!-- d02-work-precision begin -->\n{body}\n\n<!-- d02-work-precision end -->"
+        if MARK.search(text):
+            page.write_text(MARK.sub(lambda m: new, text), encoding="utf-8")
+            print(f"tables -> {page}")
 
 if __name__ == "__main__":
     main()

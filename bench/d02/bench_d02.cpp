@@ -7,12 +7,13 @@
 // reference); tools/d02_work_precision.py derives the time per evaluation.  All solvers get
 // relative tolerance tol and absolute tolerance 1e-3 tol (Zem: thresh 1e-3).
 //
-//   bench_d02 --benchmark_format=json --benchmark_out=d02.json
-//   python3 tools/d02_work_precision.py d02.json docs
+//   bench_d02 --benchmark_repetitions=3 --benchmark_min_time=0.02
+//   python3 tools/d02_work_precision.py bench_d02.json docs
 #include <benchmark/benchmark.h>
 #include <gsl/gsl_errno.h>
 #include <gsl/gsl_odeiv2.h>
 #include <zem.h>
+#include "zem_bench.h"
 
 #include <array>
 #include <boost/numeric/odeint.hpp>
@@ -220,4 +221,7 @@ const bool registered = [] {
 
 }  // namespace
 
-BENCHMARK_MAIN();
+// On the harness (nine interleaved repetitions unless told otherwise, JSON
+// in bench_d02.json); tools/bench.sh asks for three short ones, enough for
+// the evaluation counts, which do not vary, and for medians of the times.
+int main(int argc, char **argv) { return zem_bench::run(argc, argv, "d02"); }
