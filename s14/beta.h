@@ -233,6 +233,17 @@ double log_beta_t(double a, double b) {
                  stirling_c(a + b));
 }
 
+// exp(hi + lo), |lo| of the order of the unit of hi: for |hi| >= 4 as
+// exp(hi) (1 + lo), so that an exponent of several hundred loses no more than
+// its own error (adding lo to hi first would round the exponent, 2^-53 |hi|
+// relatively in the result); below 4 that rounding costs about as much as the
+// extra rounding of the product, and the sum is taken.
+inline double exp_pair(double hi, double lo) {
+  if (std::fabs(hi) < 4.0) return std::exp(hi + lo);
+  const double h = std::exp(hi);
+  return h + h * lo;
+}
+
 // x^a y^b / (a B(a, b)), a, b > 0 finite, both below beta_large_max where
 // both are at least 10 (larger ones take incomplete_beta_large), 0 < x < 1,
 // y = 1 - x given as a pair (y.hi + y.lo = 1 - x exactly).
@@ -265,7 +276,7 @@ double beta_factor(double a, double b, double x, dd y) {
     const dd la = log_any<Fma>(a);
     const dd r = two_sum(-log_beta_t<Fma>(a, b), -la.hi);
     const dd f = two_sum(e.hi, r.hi);
-    return std::exp(f.hi + (f.lo + r.lo - la.lo + e.lo + e1.lo + e2.lo));
+    return exp_pair(f.hi, f.lo + r.lo - la.lo + e.lo + e1.lo + e2.lo);
   }
   if (a < 10.0) {  // b >= 10: a (ln x + ln b) + b ln y - ln Gamma(1 + a) - bracket
     const dd lb = log_dd<Fma>(b);
@@ -275,7 +286,7 @@ double beta_factor(double a, double b, double x, dd y) {
     const dd e = two_sum(e1.hi, e2.hi);
     const double rest = -(lgamma_1p(a) + beta_bracket(a, b));
     const dd f = two_sum(e.hi, rest);
-    return std::exp(f.hi + (f.lo + e.lo + e1.lo + e2.lo));
+    return exp_pair(f.hi, f.lo + e.lo + e1.lo + e2.lo);
   }
   // a >= 10 > b: a ln x + b (ln y + ln a) + ln b - ln a - ln Gamma(1 + b) - bracket
   const dd la = log_dd<Fma>(a), lb = log_any<Fma>(b);
@@ -287,7 +298,7 @@ double beta_factor(double a, double b, double x, dd y) {
   const dd g = two_sum(e.hi, d.hi);
   const double rest = -(lgamma_1p(b) + beta_bracket(b, a));
   const dd f = two_sum(g.hi, rest);
-  return std::exp(f.hi + (f.lo + g.lo + e.lo + e1.lo + e2.lo + d.lo + lb.lo - la.lo));
+  return exp_pair(f.hi, f.lo + g.lo + e.lo + e1.lo + e2.lo + d.lo + lb.lo - la.lo);
 }
 
 // The continued fraction K of I_x(a, b) = x^a y^b/(a B) K; iterations bounded
@@ -393,7 +404,9 @@ void beta_small_series(double a, double b, dd x, double &w, double &w1) {
   const dd s = two_sum(lx.hi, ll.hi);
   const dd e1 = mul<Fma>(fast_two_sum(s.hi, s.lo + lx.lo + ll.lo), a);
   const double bracket = beta_bracket_log(a, l) + stirling_c_diff(l, a);
-  const double e = e1.hi + (e1.lo - (lgamma_1p(a) + bracket + sum));
+  const dd ep = two_sum(e1.hi, -(lgamma_1p(a) + bracket + sum));
+  const double e_lo = ep.lo + e1.lo;
+  const double e = ep.hi + e_lo;
   double t = 1.0, tsum = 0.0;
   for (int j = 1; j <= 4000; ++j) {
     t *= (j - b) * x.hi / j;
@@ -401,7 +414,7 @@ void beta_small_series(double a, double b, dd x, double &w, double &w1) {
     tsum += term;
     if (std::fabs(term) <= 0x1p-60 * std::fabs(tsum)) break;
   }
-  const double f = std::exp(e);
+  const double f = exp_pair(ep.hi, e_lo);
   w = f + f * (a * tsum);
   w1 = -std::expm1(e) - f * (a * tsum);
 }

@@ -389,7 +389,7 @@ def ibeta_side(a, b, x):
                 q, p = mp.gammainc(bm, 0, am * (1 - xm), regularized=True), \
                     mp.gammainc(bm, am * (1 - xm), mp.inf, regularized=True)
             return p, q
-    digits = 40 + int(max(0.0, math.log10(big))) + extra
+    digits = 40 + int(max(0.0, math.log10(big)))
     with mp.workdps(digits):
         am, bm, xm = mp.mpf(a), mp.mpf(b), mp.mpf(x)
         lb = mp.loggamma(am) + mp.loggamma(bm) - mp.loggamma(am + bm)
@@ -400,8 +400,11 @@ def ibeta_side(a, b, x):
         if am < 1:  # singular at 0: x^a y^b/(a B) 2F1(a + b, 1; a + 1; x) (DLMF 8.17.8), moderate b only
             if bm > 1e5:
                 return None
-            v = mp.exp(am * mp.log(xm) + bm * mp.log1p(-xm) - lb) / am * mp.hyp2f1(am + bm, 1, am + 1, xm)
-            return (v, 1 - v) if tail_lower else (1 - v, v)
+            with mp.workdps(digits + extra):
+                am, bm, xm = (mp.mpf(a), mp.mpf(b), mp.mpf(x)) if tail_lower else (mp.mpf(b), mp.mpf(a), 1 - mp.mpf(x))
+                lb = mp.loggamma(am) + mp.loggamma(bm) - mp.loggamma(am + bm)
+                v = mp.exp(am * mp.log(xm) + bm * mp.log1p(-xm) - lb) / am * mp.hyp2f1(am + bm, 1, am + 1, xm)
+                return (v, 1 - v) if tail_lower else (1 - v, v)
 
         def h(t):
             return (am - 1) * mp.log(t) + (bm - 1) * mp.log1p(-t)

@@ -264,6 +264,19 @@ int check_incomplete_beta_table(const std::string &name) {
 // the small side) included.
 TEST(S14cc, AgainstTable) { EXPECT_GT(check_incomplete_beta_table("s14cc_reference.txt"), 1100); }
 
+// Large parameters next to the mean, up to the largest double (where a
+// continued fraction would need about sqrt(min(a, b)) terms and the factor's
+// logarithm is a difference of terms of size a), and a small parameter beside
+// one past 2^990 with x of the order of their ratio (the mass of the small
+// side, not a step at the mean).
+TEST(S14cc, LargeParametersAgainstTable) {
+  EXPECT_GT(check_incomplete_beta_table("s14cc_large_reference.txt"), 300);
+}
+
+// The wide sweep of tools/s14_beta_sweep.py: a and b from 1e-300 to 1e300,
+// x from 1e-300 to 1 - 2^-53.
+TEST(S14cc, WideSweepAgainstTable) { EXPECT_GT(check_incomplete_beta_table("s14cc_sweep_reference.txt"), 1000); }
+
 TEST(S14cc, DomainAndDegenerateEnds) {
   struct {
     double a, b, x, w, w1;
