@@ -20,7 +20,12 @@ tests/s14/data/:
   s14cc_reference.txt  I_x(a, b) and 1 - I_x(a, b) (columns: region, a, b,
                        x, w as hi units, w1 as hi units); "small-large":
                        one parameter in [1e-4, 1e-2], the other in [1e3, 1e5]
-  s14cp_reference.txt  ln B(a, b) (columns: region, a, b, value as hi units)
+  s14cc_large_reference.txt  the same for large parameters next to the mean
+                       (1e5 to the largest double) and a small parameter
+                       beside one past 2^990 (x of the order of their ratio)
+  s14cp_reference.txt  ln B(a, b) (columns: region, a, b, value as hi units);
+                       "moderate": a small or moderate parameter beside one
+                       below 40
   s14ag_reference.txt  ln Gamma(z), the analytic branch of mpmath's
                        loggamma (columns: region, Re z, Im z, real part as
                        hi units, imaginary part as hi units)
@@ -37,6 +42,8 @@ Usage: /usr/bin/python3 tools/s14_reference.py [repository root [table ...]]
 (tables by routine name, e.g. s14ae s14cc; all when none is named).
 """
 
+import functools
+import math
 import os
 import random
 import sys
@@ -330,6 +337,136 @@ def write_incomplete_beta(path, rng):
                 f.write("small-large %s %s %s %s %s\n" % (float.hex(a), float.hex(b), float.hex(x), pair(w), pair(w1)))
 
 
+@functools.lru_cache(maxsize=None)
+def ibeta_pair(a, b, x):
+    """(I_x(a, b), 1 - I_x(a, b)), each to 30 digits or more, or None: mpmath's
+    betainc for moderate parameters; next to an end of (0, 1) the
+    hypergeometric form; the incomplete gamma limit for a huge parameter beside
+    a moderate one; otherwise the definition integrated over the side away
+    from the mean (tanh-sinh quadrature, breakpoints at multiples of the
+    integrand's scales next to x), the other side as its complement."""
+    return ibeta_side(a, b, x)
+
+
+def ibeta_any(a, b, x, lower):
+    """I_x(a, b) (lower) or 1 - I_x(a, b) (not lower)."""
+    pair = ibeta_pair(a, b, x)
+    return None if pair is None else pair[0] if lower else pair[1]
+
+
+def ibeta_side(a, b, x):
+    big = max(a, b)
+    # A tiny parameter puts a mass of relative size about min(a, b)/(a + b) at an
+    # end: the complement 1 - v then needs that many more digits.
+    extra = int(max(0.0, -math.log10(min(a, b))))
+    if big <= 1e5 and (x < 1e-10 or x > 1 - 1e-10):
+        # Next to an end: x^a y^b/(a B) 2F1(a + b, 1; a + 1; x) (DLMF 8.17.8) on that side.
+        with mp.workdps(80 + extra):
+            am, bm, xm = mp.mpf(a), mp.mpf(b), mp.mpf(x)
+            ym = 1 - xm
+            lb = mp.loggamma(am) + mp.loggamma(bm) - mp.loggamma(am + bm)
+            front = mp.exp(am * mp.log(xm) + bm * mp.log(ym) - lb)
+            if x < 0.5:
+                v = front / am * mp.hyp2f1(am + bm, 1, am + 1, xm)
+                return v, 1 - v
+            v = front / bm * mp.hyp2f1(am + bm, 1, bm + 1, ym)
+            return 1 - v, v
+    if big <= 1e5 and min(a, b) >= 1e-30:
+        try:
+            with mp.workdps(80 + extra):
+                am, bm, xm = mp.mpf(a), mp.mpf(b), mp.mpf(x)
+                return mp.betainc(am, bm, 0, xm, regularized=True), mp.betainc(bm, am, 0, 1 - xm, regularized=True)
+        except ValueError:  # mpmath's series gave up
+            pass
+    if big >= 1e30 and min(a, b) <= 1e5:
+        # The limit of a huge parameter: I_x(a, b) = P(a, b x) to O(a^2/b) relatively
+        # where x is of the order of a/b (elsewhere both are 0 or 1 to far below 1e-300).
+        with mp.workdps(60):
+            am, bm, xm = mp.mpf(a), mp.mpf(b), mp.mpf(x)
+            if a <= b:
+                p, q = mp.gammainc(am, 0, bm * xm, regularized=True), mp.gammainc(am, bm * xm, mp.inf, regularized=True)
+            else:
+                q, p = mp.gammainc(bm, 0, am * (1 - xm), regularized=True), \
+                    mp.gammainc(bm, am * (1 - xm), mp.inf, regularized=True)
+            return p, q
+    digits = 40 + int(max(0.0, math.log10(big)))
+    with mp.workdps(digits):
+        am, bm, xm = mp.mpf(a), mp.mpf(b), mp.mpf(x)
+        lb = mp.loggamma(am) + mp.loggamma(bm) - mp.loggamma(am + bm)
+        # The side away from the mean by quadrature, the other as its complement.
+        tail_lower = xm <= am / (am + bm)
+        if not tail_lower:
+            am, bm, xm = bm, am, 1 - xm
+        if am < 1:  # singular at 0: x^a y^b/(a B) 2F1(a + b, 1; a + 1; x) (DLMF 8.17.8), moderate b only
+            if bm > 1e5:
+                return None
+            with mp.workdps(digits + extra):
+                am, bm, xm = (mp.mpf(a), mp.mpf(b), mp.mpf(x)) if tail_lower else (mp.mpf(b), mp.mpf(a), 1 - mp.mpf(x))
+                lb = mp.loggamma(am) + mp.loggamma(bm) - mp.loggamma(am + bm)
+                v = mp.exp(am * mp.log(xm) + bm * mp.log1p(-xm) - lb) / am * mp.hyp2f1(am + bm, 1, am + 1, xm)
+                return (v, 1 - v) if tail_lower else (1 - v, v)
+
+        def h(t):
+            return (am - 1) * mp.log(t) + (bm - 1) * mp.log1p(-t)
+
+        # Scaled to 1 at x (mpmath's quadrature tests convergence absolutely).
+        hx = h(xm)
+
+        def f(t):
+            if t <= 0 or t >= 1:
+                return mp.mpf(0)
+            return mp.exp(h(t) - hx)
+
+        # Scale of the integrand next to x: 1/|d ln f/dt| and the width.
+        d = (am - 1) / xm - (bm - 1) / (1 - xm)
+        sd = mp.sqrt(am * bm / ((am + bm) ** 2 * (am + bm + 1)))
+        floor = xm * mp.mpf(10) ** (10 - digits)  # breakpoints distinct at this precision
+        pts = {mp.mpf(0), xm}
+        for s in (sd, 1 / abs(d) if d != 0 else sd, xm / 4):
+            s = max(s, floor)
+            for k in (0.2, 0.5, 1, 2, 4, 6, 10, 15, 25, 40, 60, 100, 200):
+                if xm - k * s > 0:
+                    pts.add(xm - k * s)
+        pts = sorted(pts)
+        v = mp.quad(f, pts) * mp.exp(hx - lb)
+        return (v, 1 - v) if tail_lower else (1 - v, v)
+
+
+def write_incomplete_beta_large(path, rng):
+    """Rows for large parameters next to the mean (both from 1e5 to the largest
+    double, x at the mean and a few standard deviations off, rounded), and for a
+    small parameter beside one past 2^990 with x of the order of their ratio."""
+    with open(path, "w") as f:
+        f.write("# I_x(a, b) and its complement for large parameters (s14cc).\n")
+        f.write("# Generated by: %s s14cc_large\n" % COMMAND)
+        f.write("# Columns: region, a, b, x (hexadecimal doubles), w as hi units, w1 as hi units\n")
+        rows = []
+        for e in (5, 8, 12, 16, 20, 30, 50, 100, 150, 200, 300):
+            for r in (1.0, 3.7, 1e-3):
+                a = float(10.0 ** e * (1 + rng.random()))
+                b = a * r
+                p = a / (a + b)
+                sd = math.sqrt(p * (1 - p) / (a + b + 1))
+                xs = {p, 0.5 if r == 1.0 else p}
+                for k in (-37, -10, -3, -1, -0.3, 0.3, 1, 3, 10, 37):
+                    xs.add(p + k * sd)
+                xs.add(math.nextafter(p, 0.0))
+                xs.add(math.nextafter(p, 1.0))
+                rows += [("large", a, b, x) for x in sorted(xs) if 0 < x < 1]
+        big = 1.7976931348623157e308
+        rows += [("large", big, big, x) for x in (0.5, math.nextafter(0.5, 0.0), math.nextafter(0.5, 1.0), 0.25)]
+        rows += [("large", 1e300, big, x) for x in (1.0 / (1.0 + big / 1e300), 0.005, 0.01)]
+        for a in (1e-3, 0.5, 1.0, 3.0, 7.5, 30.0):
+            for b in (float.fromhex("0x1.8p991"), 1e300, big):
+                for c in (0.01, 0.1, 1.0, 3.0, 10.0, 30.0):
+                    rows.append(("huge-small", a, b, c * a / b))
+        for region, a, b, x in rows:
+            w, w1 = ibeta_pair(a, b, x)
+            if w < mp.mpf("1e-300") and w1 < mp.mpf("1e-300"):
+                continue
+            f.write("%s %s %s %s %s %s\n" % (region, float.hex(a), float.hex(b), float.hex(x), pair(w), pair(w1)))
+
+
 def write_log_beta(path, rng):
     with open(path, "w") as f:
         f.write("# ln B(a, b) of double arguments (s14cp).\n")
@@ -350,6 +487,22 @@ def write_log_beta(path, rng):
                 if abs(v) < mp.mpf("1e-3"):
                     continue
                 f.write("%s %s %s %s\n" % (region, float.hex(a), float.hex(b), pair(+v)))
+        # A small or moderate parameter beside one below 40, both orders.
+        rng2 = random.Random(20261124 + 40)
+        fixed = [(0.5, 10.0), (10.0, 0.5), (0.5, 9.5), (0.5, 20.0), (1.5, 10.0), (0.25, 39.5), (2.5, 12.5)]
+        for i in range(150 + len(fixed)):
+            if i < len(fixed):
+                a, b = fixed[i]
+            else:
+                a = float(10 ** rng2.uniform(-3, 1))
+                b = float(10 ** rng2.uniform(-0.3, mp.log10(40)))
+                if rng2.random() < 0.5:
+                    a, b = b, a
+            with mp.workdps(mp.mp.dps + 20):
+                v = mp.log(mp.beta(mp.mpf(a), mp.mpf(b)))
+            if abs(v) < mp.mpf("1e-3"):
+                continue
+            f.write("moderate %s %s %s\n" % (float.hex(a), float.hex(b), pair(+v)))
         # Exact arguments with a simple answer: ln B(1, 1) = 0, ln B(1, b) = -ln b, and
         # -ln(a C(a + b - 1, a)) for integers.
         exact = [(1.0, 1.0), (1.0, 2.0), (2.0, 1.0), (2.0, 2.0), (2.0, 3.0), (3.0, 3.0), (1.0, 0.5), (0.25, 1.0),
@@ -463,6 +616,7 @@ def main():
     os.makedirs(out, exist_ok=True)
     wanted = set(sys.argv[2:])
     new = [("s14ae", write_psi_k, 1), ("s14ad", write_psi_scaled, 2), ("s14cc", write_incomplete_beta, 3),
+           ("s14cc_large", write_incomplete_beta_large, 7),
            ("s14cp", write_log_beta, 4), ("s14ag", write_complex_lgamma, 5), ("s14af", write_complex_psi, 6)]
     for name, fn, seed in new:
         if not wanted or name in wanted:
