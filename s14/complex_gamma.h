@@ -45,6 +45,8 @@
 #pragma once
 
 #include <algorithm>
+#include <bit>
+#include <cstdint>
 #include <cmath>
 #include <complex>
 
@@ -66,8 +68,11 @@ inline constexpr dd ln_sqrt_2pi_dd{0x1.d67f1c864beb5p-1, -0x1.65b5a1b7ff5dfp-55}
 inline constexpr dd ln_pi_dd{0x1.250d048e7a1bdp+0, 0x1.7abf2ad8d5088p-57};
 inline constexpr dd ln2_dd{0x1.62e42fefa39efp-1, 0x1.abc9e3b39803fp-56};
 
-// Pair arithmetic on complex numbers (Dekker's products: the complex
-// routines are not on a hot path, and one build serves every processor).
+// Pair arithmetic on complex numbers.  Every function that forms an
+// error-free product takes Fma (s14/eft.h): the routines call the variant
+// chosen for the processor (s14/gamma_dispatch.cpp), where with Fma = true
+// the whole evaluation is compiled for fused multiply-add; both give the same
+// bits.
 struct cdd {
   dd re;
   dd im;
@@ -78,41 +83,61 @@ inline dd dd_add(dd a, dd b) {
   return fast_two_sum(s.hi, s.lo + (a.lo + b.lo));
 }
 inline dd dd_neg(dd a) { return {-a.hi, -a.lo}; }
-inline dd dd_scale(dd a, int e) { return {std::ldexp(a.hi, e), std::ldexp(a.lo, e)}; }
+// a 2^e.  Where 2^e is a normal double the product is the correctly rounded
+// a 2^e, as ldexp gives it, without the call (these scalings sit in the
+// innermost loop of psi^(k)); ldexp beyond.
+inline dd dd_scale(dd a, int e) {
+  if (e >= -1022 && e <= 1023) {
+    const double f = std::bit_cast<double>(static_cast<uint64_t>(e + 1023) << 52);
+    return {a.hi * f, a.lo * f};
+  }
+  return {std::ldexp(a.hi, e), std::ldexp(a.lo, e)};
+}
 inline double dd_round(dd a) { return a.hi + a.lo; }
 
 inline cdd cadd(cdd a, cdd b) { return {dd_add(a.re, b.re), dd_add(a.im, b.im)}; }
+template <bool Fma>
 inline cdd cmul(cdd a, cdd b) {
-  return {dd_add(mul<false>(a.re, b.re), dd_neg(mul<false>(a.im, b.im))),
-          dd_add(mul<false>(a.re, b.im), mul<false>(a.im, b.re))};
+  return {dd_add(mul<Fma>(a.re, b.re), dd_neg(mul<Fma>(a.im, b.im))),
+          dd_add(mul<Fma>(a.re, b.im), mul<Fma>(a.im, b.re))};
 }
+template <bool Fma>
 inline cdd cmul(cdd a, double b) {
-  const dd r = mul<false>(a.re, b), i = mul<false>(a.im, b);
+  const dd r = mul<Fma>(a.re, b), i = mul<Fma>(a.im, b);
   return {fast_two_sum(r.hi, r.lo), fast_two_sum(i.hi, i.lo)};
 }
 // |a|^2 as a pair; the parts of a below 2^490 in magnitude.
-inline dd cnorm(cdd a) { return dd_add(mul<false>(a.re, a.re), mul<false>(a.im, a.im)); }
+template <bool Fma>
+inline dd cnorm(cdd a) { return dd_add(mul<Fma>(a.re, a.re), mul<Fma>(a.im, a.im)); }
 
-inline int cdd_exponent(cdd v) { return std::ilogb(std::max(std::fabs(v.re.hi), std::fabs(v.im.hi))); }
+// ilogb of the larger part: read from the bits of a normal number, ilogb
+// for zero and subnormals.
+inline int cdd_exponent(cdd v) {
+  const double m = std::max(std::fabs(v.re.hi), std::fabs(v.im.hi));
+  const int e = static_cast<int>(std::bit_cast<uint64_t>(m) >> 52) - 1023;
+  return e == -1023 ? std::ilogb(m) : e;
+}
 inline cdd cdd_scale(cdd v, int e) { return {dd_scale(v.re, e), dd_scale(v.im, e)}; }
 
 // v^-p, p >= 1, for any finite nonzero v: v is scaled to modulus near 1
 // first and the power scaled back at the end (inf or 0 where it leaves the
 // doubles).
+template <bool Fma>
 inline cdd inv_power(cdd v, int p) {
   const int q = cdd_exponent(v);
   const cdd s = cdd_scale(v, -q);
-  const dd n = cnorm(s);
-  const cdd r{div<false>(s.re, n), dd_neg(div<false>(s.im, n))};
+  const dd n = cnorm<Fma>(s);
+  const cdd r{div<Fma>(s.re, n), dd_neg(div<Fma>(s.im, n))};
   cdd t = r;
-  for (int i = 1; i < p; ++i) t = cmul(t, r);
+  for (int i = 1; i < p; ++i) t = cmul<Fma>(t, r);
   return cdd_scale(t, -q * p);
 }
 
 // ln |v| as a pair, v finite and nonzero.
+template <bool Fma>
 inline dd log_modulus(cdd v) {
   const int q = cdd_exponent(v);
-  const dd l = log_pair<false>(cnorm(cdd_scale(v, -q)));
+  const dd l = log_pair<Fma>(cnorm<Fma>(cdd_scale(v, -q)));
   constexpr double ln2_hi = 0x1.62e42fefa3800p-1;  // trailing bits zero: q ln2_hi is exact
   constexpr double ln2_lo = 0x1.ef35793c7673p-45;
   const dd ql = two_sum(q * ln2_hi, 0.5 * l.hi);
@@ -129,6 +154,7 @@ struct lgamma_parts {
   double im;
 };
 
+template <bool Fma>
 inline lgamma_parts lgamma_right_dd(dd x, double y) {
   cdd p{{1.0, 0.0}, {0.0, 0.0}};
   double arg_sum = 0.0;
@@ -137,13 +163,13 @@ inline lgamma_parts lgamma_right_dd(dd x, double y) {
     n = std::ceil(15.0 - x.hi);
     for (double j = 0.0; j < n; j += 1.0) {
       const dd xj = dd_add(x, dd{j, 0.0});
-      p = cmul(p, cdd{xj, {y, 0.0}});
+      p = cmul<Fma>(p, cdd{xj, {y, 0.0}});
       arg_sum += std::atan2(y, xj.hi);
     }
   }
   const dd w = dd_add(x, dd{n, 0.0});
   const cdd wc{w, {y, 0.0}};
-  const dd l = log_modulus(wc);
+  const dd l = log_modulus<Fma>(wc);
   const double theta = std::atan2(y, w.hi);
   // The Stirling tail at w (below 0.006 in modulus).
   const cplx r = 1.0 / cplx{w.hi, y};
@@ -153,24 +179,24 @@ inline lgamma_parts lgamma_right_dd(dd x, double y) {
   s *= r;
   // Re: (w - 1/2) ln|w| - y theta - w + ln sqrt(2 pi) + Re s - ln|p|.
   const dd wh = dd_add(w, dd{-0.5, 0.0});
-  dd re = mul<false>(l, wh);
-  re = dd_add(re, dd_neg(two_prod<false>(y, theta)));
+  dd re = mul<Fma>(l, wh);
+  re = dd_add(re, dd_neg(two_prod<Fma>(y, theta)));
   re = dd_add(re, dd_neg(w));
   re = dd_add(re, ln_sqrt_2pi_dd);
   re = dd_add(re, dd{s.real(), 0.0});
-  if (n > 0.0) re = dd_add(re, dd_neg(log_modulus(p)));
+  if (n > 0.0) re = dd_add(re, dd_neg(log_modulus<Fma>(p)));
   // Im: (w - 1/2) theta + y ln|w| - y + Im s - arg p, arg p = sum arg(z + j):
   // the principal argument of the pair p (one rounding) plus the whole turns
   // that the sum of the arguments in doubles shows.
-  dd im = mul<false>(wh, theta);
-  im = dd_add(im, mul<false>(l, y));
+  dd im = mul<Fma>(wh, theta);
+  im = dd_add(im, mul<Fma>(l, y));
   im = dd_add(im, dd{-y, 0.0});
   im = dd_add(im, dd{s.imag(), 0.0});
   if (n > 0.0) {
     const double ap = std::atan2(p.im.hi, p.re.hi);
     const double turns = std::nearbyint((arg_sum - ap) / (2.0 * pi_d));
     im = dd_add(im, dd{-ap, 0.0});
-    if (turns != 0.0) im = dd_add(im, dd_neg(mul<false>(dd{2.0 * pi_dd.hi, 2.0 * pi_dd.lo}, turns)));
+    if (turns != 0.0) im = dd_add(im, dd_neg(mul<Fma>(dd{2.0 * pi_dd.hi, 2.0 * pi_dd.lo}, turns)));
   }
   return {re, dd_round(im)};
 }
@@ -184,41 +210,50 @@ inline cplx lgamma_right_huge(cplx z) {
 
 // S(pi z) = ln sin(pi z), analytic for Im z >= 0; the real part as a pair.
 // Beyond 2^900 the products are plain doubles (pairs would overflow).
+template <bool Fma>
 inline lgamma_parts log_sin_pi(double x, double y) {
   const bool huge = std::fabs(x) > 0x1p900 || std::fabs(y) > 0x1p900;
   const double u = pi_d * (x - std::nearbyint(x));
-  const dd v0 = huge ? dd{pi_d * y, 0.0} : two_prod<false>(pi_dd.hi, y);
+  const dd v0 = huge ? dd{pi_d * y, 0.0} : two_prod<Fma>(pi_dd.hi, y);
   const dd v = fast_two_sum(v0.hi, v0.lo + pi_dd.lo * y);  // pi y
   const double e = std::exp(-2.0 * v.hi);
   const double su = std::sin(u);
   const double a = -std::expm1(-2.0 * v.hi) + 2.0 * e * su * su, b = -e * std::sin(2.0 * u);
-  const dd l = log_modulus(cdd{{a, 0.0}, {b, 0.0}});
+  const dd l = log_modulus<Fma>(cdd{{a, 0.0}, {b, 0.0}});
   const dd re = dd_add(dd_add(v, dd_neg(ln2_dd)), l);
   // Im: pi/2 - pi x + arg(1 - q).
-  const dd px0 = huge ? dd{pi_d * x, 0.0} : two_prod<false>(pi_dd.hi, x);
+  const dd px0 = huge ? dd{pi_d * x, 0.0} : two_prod<Fma>(pi_dd.hi, x);
   const dd px = fast_two_sum(px0.hi, px0.lo + pi_dd.lo * x);
   const double im = dd_round(dd_add(dd{pi_d / 2.0, 6.123233995736766e-17}, dd_neg(px))) + std::atan2(b, a);
   return {re, im};
 }
 
 // ln Gamma(z), z finite, not a non-positive integer on the real axis, |z| <=
-// 2.55e305.
-inline cplx lgamma_complex(cplx z) {
-  if (std::signbit(z.imag())) return std::conj(lgamma_complex(std::conj(z)));
+// 2.55e305, Im z >= 0 (with its sign bit clear).
+template <bool Fma>
+inline cplx lgamma_complex_upper(cplx z) {
   const double x = z.real(), y = z.imag();
   if (x >= 0.5) {
     if (std::hypot(x, y) > 0x1p900) return lgamma_right_huge(z);
-    const lgamma_parts g = lgamma_right_dd(dd{x, 0.0}, y);
+    const lgamma_parts g = lgamma_right_dd<Fma>(dd{x, 0.0}, y);
     return {dd_round(g.re), g.im};
   }
   if (std::hypot(x, y) > 0x1p900) {
-    const lgamma_parts s = log_sin_pi(x, y);
+    const lgamma_parts s = log_sin_pi<Fma>(x, y);
     return cplx{1.1447298858494002 - dd_round(s.re), -s.im} - lgamma_right_huge(1.0 - z);
   }
-  const lgamma_parts g = lgamma_right_dd(two_sum(1.0, -x), -y);
-  const lgamma_parts s = log_sin_pi(x, y);
+  const lgamma_parts g = lgamma_right_dd<Fma>(two_sum(1.0, -x), -y);
+  const lgamma_parts s = log_sin_pi<Fma>(x, y);
   const dd re = dd_add(dd_add(ln_pi_dd, dd_neg(s.re)), dd_neg(g.re));
   return {dd_round(re), -s.im - g.im};
+}
+
+// ln Gamma(z), z finite, not a non-positive integer on the real axis, |z| <=
+// 2.55e305.
+template <bool Fma>
+inline cplx lgamma_complex_t(cplx z) {
+  if (std::signbit(z.imag())) return std::conj(lgamma_complex_upper<Fma>(std::conj(z)));
+  return lgamma_complex_upper<Fma>(z);
 }
 
 // a_n = 2 zeta(2n) / pi^(2n), n = 1..20: cot w - 1/w = -sum_n a_n w^(2n-1),
@@ -247,12 +282,13 @@ inline constexpr cot_series_table cot_series{};
 
 // pi^(k+1) cot^(k)(pi z), z = x + iy finite, not an integer, |x| < 2^52, as
 // a pair.
+template <bool Fma>
 inline cdd cot_derivative_complex(double x, double y, int k) {
   const double m = std::nearbyint(x);
   const double r = x - m;  // exact
   if (std::hypot(r, y) < 0.25) {
     // (-1)^k k!/(z - m)^(k+1) + pi^(k+1) R^(k)(pi (z - m)), R(w) = cot w - 1/w.
-    const cdd pole = cmul(inv_power(cdd{{r, 0.0}, {y, 0.0}}, k + 1), k % 2 == 0 ? factorial_table[k] : -factorial_table[k]);
+    const cdd pole = cmul<Fma>(inv_power<Fma>(cdd{{r, 0.0}, {y, 0.0}}, k + 1), k % 2 == 0 ? factorial_table[k] : -factorial_table[k]);
     const cplx w = pi_d * cplx{r, y};
     const cplx w2 = w * w;
     // sum_n a_n (2n-1)!/(2n-1-k)! w^(2n-1-k) over 2n - 1 >= k, by Horner in w^2.
@@ -268,8 +304,8 @@ inline cdd cot_derivative_complex(double x, double y, int k) {
   }
   // w = pi (r + i|y|) = wh + wl, wh the rounded parts, wl their errors; a
   // function f of w is f(wh) + wl f'(wh) to the working precision.
-  const dd uw = two_prod<false>(pi_dd.hi, r);
-  const dd vw = std::fabs(y) < 0x1p900 ? two_prod<false>(pi_dd.hi, std::fabs(y)) : dd{pi_d * std::fabs(y), 0.0};
+  const dd uw = two_prod<Fma>(pi_dd.hi, r);
+  const dd vw = std::fabs(y) < 0x1p900 ? two_prod<Fma>(pi_dd.hi, std::fabs(y)) : dd{pi_d * std::fabs(y), 0.0};
   const double u = uw.hi, v = vw.hi;
   const cplx wl{uw.lo + pi_dd.lo * r, vw.lo + pi_dd.lo * std::fabs(y)};
   // Coefficients of P_k, lowest power first.
@@ -320,34 +356,36 @@ inline cdd cot_derivative_complex(double x, double y, int k) {
 
 // g_k(y) = (-1)^(k+1) psi^(k)(y) by the asymptotic series, |y| >= 20,
 // Re y >= 0, y = (pair, double); the two leading terms as pairs.
+template <bool Fma>
 inline cdd g_asymptotic_complex(dd yr, double yi, int k) {
   const cdd y{yr, {yi, 0.0}};
-  const cdd u1 = inv_power(y, 1);
+  const cdd u1 = inv_power<Fma>(y, 1);
   const cplx u{u1.re.hi, u1.im.hi};
   const cplx w = u * u;
   const double(&c)[12] = psi_series[k];
   cplx t = c[11];
   for (int j = 10; j >= 0; --j) t = t * w + c[j];
-  const cdd uk = k == 0 ? cdd{{1.0, 0.0}, {0.0, 0.0}} : inv_power(y, k);
-  const cdd half = cmul(inv_power(y, k + 1), 0.5 * factorial_table[k]);
+  const cdd uk = k == 0 ? cdd{{1.0, 0.0}, {0.0, 0.0}} : inv_power<Fma>(y, k);
+  const cdd half = cmul<Fma>(inv_power<Fma>(y, k + 1), 0.5 * factorial_table[k]);
   const cplx tail = t * w * cplx{uk.re.hi, uk.im.hi};
   cdd lead;
   if (k == 0) {
-    lead = {dd_neg(log_modulus(y)), {-std::atan2(yi, yr.hi), 0.0}};
+    lead = {dd_neg(log_modulus<Fma>(y)), {-std::atan2(yi, yr.hi), 0.0}};
   } else {
-    lead = cmul(uk, factorial_table[k - 1]);
+    lead = cmul<Fma>(uk, factorial_table[k - 1]);
   }
   return cadd(cadd(lead, half), to_cdd(tail));
 }
 
 // psi^(k)(z), 0 <= k <= 4, z finite, not a pole.
-inline cplx psi_complex(cplx z, int k) {
+template <bool Fma>
+inline cplx psi_complex_t(cplx z, int k) {
   const double sign = k % 2 == 0 ? -1.0 : 1.0;  // psi^(k) = sign g_k
   const double x = z.real(), y = z.imag();
   if (x < -40.0) {
     // (-1)^k psi^(k)(1 - z) = -g_k(1 - z).
-    const cdd g1 = g_asymptotic_complex(two_sum(1.0, -x), -y, k);
-    const cdd c = cot_derivative_complex(x, y, k);
+    const cdd g1 = g_asymptotic_complex<Fma>(two_sum(1.0, -x), -y, k);
+    const cdd c = cot_derivative_complex<Fma>(x, y, k);
     const cdd v = cadd(g1, c);
     return -round_cdd(v);
   }
@@ -355,9 +393,13 @@ inline cplx psi_complex(cplx z, int k) {
   double n = 0.0;
   if (!(x >= 20.0 || (ay >= 20.0 && x >= 0.0))) n = ay < 20.0 ? std::ceil(20.0 - x) : std::ceil(-x);
   cdd s{{0.0, 0.0}, {0.0, 0.0}};
-  for (double j = 0.0; j < n; j += 1.0) s = cadd(s, inv_power(cdd{two_sum(x, j), {y, 0.0}}, k + 1));
-  const cdd g = cadd(g_asymptotic_complex(two_sum(x, n), y, k), cmul(s, factorial_table[k]));
+  for (double j = 0.0; j < n; j += 1.0) s = cadd(s, inv_power<Fma>(cdd{two_sum(x, j), {y, 0.0}}, k + 1));
+  const cdd g = cadd(g_asymptotic_complex<Fma>(two_sum(x, n), y, k), cmul<Fma>(s, factorial_table[k]));
   return sign * round_cdd(g);
 }
+
+// The variant for this processor (s14/gamma_dispatch.cpp).
+cplx psi_complex(cplx z, int k);
+cplx lgamma_complex(cplx z);
 
 }  // namespace zem::s14

@@ -1,10 +1,11 @@
 // The shared body of the vectorised routines s14an (Gamma) and s14ap
 // (ln Gamma): elements are taken in blocks; each element is classed by its
-// argument, the common classes are gathered four at a time and evaluated
-// with vector operations, one element per lane (branch-free within a class),
-// and every other element (bad arguments, NaN, the rare ranges) goes
-// through the scalar routine with its checks, its substitute value and its
-// status in ivalid.  No element stops the loop.
+// argument, the common classes are gathered eight at a time (two vectors of
+// four, whose independent chains of operations overlap) and evaluated with
+// vector operations, one element per lane (branch-free within a class), and
+// every other element (bad arguments, NaN, the rare ranges) goes through
+// the scalar routine with its checks, its substitute value and its status
+// in ivalid.  No element stops the loop.
 //
 // Each lane does exactly the operations of the scalar kernel (s14/gamma.h)
 // in the same order, so that an element's value does not depend on the
@@ -311,7 +312,17 @@ template <class K, bool Fma>
         for (int j = 0; j < cnt; ++j) sorted[hist[K::factors(xb[list[j]])]++] = list[j];
         for (int j = 0; j < cnt; ++j) list[j] = sorted[j];
       }
-      for (int j = 0; j < cnt; j += 4) {
+      int j = 0;
+      for (; j + 8 <= cnt; j += 8) {
+        lanes4 xv0, xv1, fv0, fv1;
+        for (int k = 0; k < 4; ++k) xv0[k] = xb[list[j + k]];
+        for (int k = 0; k < 4; ++k) xv1[k] = xb[list[j + 4 + k]];
+        K::template lanes<Fma>(cls, xv0, fv0);
+        K::template lanes<Fma>(cls, xv1, fv1);
+        for (int k = 0; k < 4; ++k) fb[list[j + k]] = fv0[k];
+        for (int k = 0; k < 4; ++k) fb[list[j + 4 + k]] = fv1[k];
+      }
+      for (; j < cnt; j += 4) {
         const int used = cnt - j < 4 ? cnt - j : 4;
         lanes4 xv{}, fv{};
         set4(xv, K::filler(cls));

@@ -61,10 +61,21 @@ ZEM_API double s14aaf_(const double *x, int64_t *ifail) {
   return result;
 }
 
-ZEM_API double s14aac(double x, Zem_Fail *fail) {
+namespace {
+
+[[gnu::noinline]] double s14aac_layers(double x, Zem_Fail *fail) {
   zem::c_entry call("s14aac", s14aa_messages, fail);
   double result = 0.0;
   s14aaft_(&call.en_data, &x, &result, call.errbuf, &call.status);
   call.finish();
   return result;
+}
+
+}  // namespace
+
+// Every call that succeeds skips the layers (frame/entry.h).
+ZEM_API double s14aac(double x, Zem_Fail *fail) {
+  return zem::quick_c_entry(
+      fail, "s14aac", [x](int &code) noexcept { return zem::s14::gamma_checked(x, code); },
+      [x, fail] { return s14aac_layers(x, fail); });
 }

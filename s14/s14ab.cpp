@@ -41,10 +41,21 @@ ZEM_API double s14abf_(const double *x, int64_t *ifail) {
   return result;
 }
 
-ZEM_API double s14abc(double x, Zem_Fail *fail) {
+namespace {
+
+[[gnu::noinline]] double s14abc_layers(double x, Zem_Fail *fail) {
   zem::c_entry call("s14abc", s14ab_messages, fail);
   double result = 0.0;
   s14abft_(&call.en_data, &x, &result, call.errbuf, &call.status);
   call.finish();
   return result;
+}
+
+}  // namespace
+
+// Every call that succeeds skips the layers (frame/entry.h).
+ZEM_API double s14abc(double x, Zem_Fail *fail) {
+  return zem::quick_c_entry(
+      fail, "s14abc", [x](int &code) noexcept { return zem::s14::lgamma_checked(x, code); },
+      [x, fail] { return s14abc_layers(x, fail); });
 }

@@ -3,7 +3,9 @@
 // and Boost's) on x spread over (0.5, 30); the vector routines s14an/s14ap
 // against the loop of scalar calls they replace; s14ba against GSL's
 // gsl_sf_gamma_inc_P/_Q and Boost's gamma_p/gamma_q on a grid of (a, x)
-// (one s14ba call gives P and Q; the peers need a call each).
+// (one s14ba call gives P and Q; the peers need a call each); the complex
+// routines s14af (psi^(k), k = 0..4) and s14ag (ln Gamma) per call on z
+// spread over a rectangle, beside GSL's complex psi and ln Gamma.
 //
 // Google Benchmark through the harness of bench/zem_bench.h: repetitions,
 // random interleaving, aggregates, JSON (s14_bench.json); ours first in each
@@ -12,12 +14,14 @@
 // Usage: s14_bench [--benchmark_* options]
 #include <gsl/gsl_errno.h>
 #include <gsl/gsl_sf_gamma.h>
+#include <gsl/gsl_sf_psi.h>
 #include <zem.h>
 
 #include <boost/math/special_functions/gamma.hpp>
 #include <cmath>
 #include <cstdint>
 #include <random>
+#include <string>
 #include <vector>
 
 #include "zem_bench.h"
@@ -29,6 +33,14 @@ std::vector<double> spread() {
   std::uniform_real_distribution<double> u(0.5, 30.0);
   std::vector<double> v(4096);
   for (auto &e : v) e = u(g);
+  return v;
+}
+
+std::vector<Zem_Complex> plane() {
+  std::mt19937_64 g(20261125);
+  std::uniform_real_distribution<double> re(-10.0, 30.0), im(-10.0, 10.0);
+  std::vector<Zem_Complex> v(1024);
+  for (auto &e : v) e = {re(g), im(g)};
   return v;
 }
 
@@ -117,6 +129,39 @@ int main(int argc, char **argv) {
   zem_bench::add(pq, "Boost gamma_p + gamma_q", gn, [] {
     double s = 0.0;
     for (const auto &p : g) s += boost::math::gamma_p(p.a, p.x) + boost::math::gamma_q(p.a, p.x);
+    return s;
+  });
+  static const std::vector<Zem_Complex> z = plane();
+  const int64_t zn = static_cast<int64_t>(z.size());
+  const char *cp = "complex psi^(k) per call, Re z on (-10, 30), Im z on (-10, 10)";
+  for (int64_t k = 0; k <= 4; ++k)
+    zem_bench::add(cp, "s14afc k=" + std::to_string(k), zn, [k] {
+      double s = 0.0;
+      for (const auto &v : z) s += s14afc(v, k, nullptr).re;
+      return s;
+    });
+  zem_bench::add(cp, "GSL gsl_sf_complex_psi_e (k=0)", zn, [] {
+    double s = 0.0;
+    gsl_sf_result r, i;
+    for (const auto &v : z) {
+      gsl_sf_complex_psi_e(v.re, v.im, &r, &i);
+      s += r.val;
+    }
+    return s;
+  });
+  const char *cl = "complex ln Gamma per call, Re z on (-10, 30), Im z on (-10, 10)";
+  zem_bench::add(cl, "s14agc", zn, [] {
+    double s = 0.0;
+    for (const auto &v : z) s += s14agc(v, nullptr).re;
+    return s;
+  });
+  zem_bench::add(cl, "GSL gsl_sf_lngamma_complex_e", zn, [] {
+    double s = 0.0;
+    gsl_sf_result r, a;
+    for (const auto &v : z) {
+      gsl_sf_lngamma_complex_e(v.re, v.im, &r, &a);
+      s += r.val;
+    }
     return s;
   });
   return zem_bench::run(argc, argv, "s14");

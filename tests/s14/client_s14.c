@@ -8,6 +8,13 @@ static void show(const char *call, double v, const Zem_Fail *fail) {
   printf("%s = %.17g  code %d errnum %lld\n%s\n", call, v, fail->code, (long long)fail->errnum, fail->message);
 }
 
+/* The handler sees the record before the message is copied in. */
+static Zem_Fail *watched;
+static void handler(const char *message, int code, const char *routine) {
+  printf("handler: routine %s, code %d, errnum %lld, record still holds \"%.10s\"\n  \"%s\"\n", routine, code,
+         (long long)watched->errnum, watched->message, message);
+}
+
 int main(void) {
   Zem_Fail fail = ZEM_FAIL_INIT;
   static const double xv[] = {0.5, 171.0, -171.0, 0.0, -3.0, 1e-17};
@@ -58,5 +65,14 @@ int main(void) {
     s14bac(2.0, 3.0, 0.0, NULL, &q, &fail);
     printf("s14bac(p = NULL): code %d\n%s\n", fail.code, fail.message);
   }
+  /* A success right after a failure, with a handler: the record is reset
+   * (code and errnum 0) and the handler called before the copy. */
+  watched = &fail;
+  fail.handler = handler;
+  show("s14abc(-1)", s14abc(-1.0, &fail), &fail);
+  show("s14abc(2.5)", s14abc(2.5, &fail), &fail);
+  show("s14aac(0)", s14aac(0.0, &fail), &fail);
+  show("s14aac(4.5)", s14aac(4.5, &fail), &fail);
+  fail.handler = NULL;
   return 0;
 }

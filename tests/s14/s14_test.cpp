@@ -170,8 +170,8 @@ TEST(S14anAp, ElementsAsScalarsIvalidPerElement) {
   }
 }
 
-// The vector routines evaluate their common classes four elements at a time
-// (s14/gamma_vector.h): every element still equals the scalar routine's
+// The vector routines evaluate their common classes eight elements at a time
+// and the rest of a class four at a time (s14/gamma_vector.h): every element still equals the scalar routine's
 // value, bit for bit, wherever it falls in a group, over the tables and a
 // spread of arguments in random order.
 TEST(S14anAp, VectorLanesEqualScalars) {
