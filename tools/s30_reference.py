@@ -434,32 +434,10 @@ def exotic_main(root):
     # (mu large), deep out of the money.  Prices at 50 to 800 digits
     # (settled), rows only where the price exceeds 1e-200.
     near = []
-    for kind in 'CP':
-        for btype, s, h in (('DO', 100.0, 99.0), ('DO', 100.0, 99.99999), ('DO', 100.0, 99.9999999),
-                            ('UO', 100.0, 101.0), ('UO', 100.0, 100.00001), ('UO', 100.0, 100.0000001),
-                            ('DI', 100.0, 99.99999), ('UI', 100.0, 100.00001), ('DI', 100.0, 50.0),
-                            ('UI', 100.0, 200.0), ('DO', 100.0, 60.0), ('UO', 100.0, 150.0)):
-            for k, sigma, r, q in ((0.0, 0.25, 0.05, 0.02), (2.0, 0.25, 0.05, 0.02), (0.0, 0.03, 0.08, 0.0),
-                                   (1.0, 0.6, 0.0, 0.04)):
-                xs = sorted({50.0, 99.0, h, h * (1 + 1e-9), 101.0, 160.0, 400.0})
-                ts = [1e-4, 0.02, 0.5, 4.0]
-                rows = []
-                for j, t in enumerate(ts):
-                    for i, x in enumerate(xs):
-                        p = settled(barrier, kind, btype, s, x, h, k, t, sigma, r, q)
-                        rows.append((i, j, [p if p > 1e-200 else mp.mpf(0)]))
-                head = 'case %s %s %r %r %r %r %r %r %d %d' % (kind, btype, s, h, k, sigma, r, q, len(xs), len(ts))
-                near.append((head, xs, ts, rows))
-    # A put down-and-out and an up-and-out call with spot and strike both
-    # within 1e-9 of the barrier (relative 1e-9, and absolute 1e-9): the
-    # strike on the barrier, between barrier and spot, on the spot, and as
-    # far beyond the spot as the barrier lies before it.
-    for kind, btype, h in (('P', 'DO', 100.0 * (1 - 1e-9)), ('P', 'DO', 100.0 - 1e-9),
-                           ('C', 'UO', 100.0 * (1 + 1e-9)), ('C', 'UO', 100.0 + 1e-9)):
-        s = 100.0
+
+    def near_blocks(kind, btype, s, h, xs):
         for k, sigma, r, q in ((0.0, 0.25, 0.05, 0.02), (2.0, 0.25, 0.05, 0.02), (0.0, 0.03, 0.08, 0.0),
                                (1.0, 0.6, 0.0, 0.04)):
-            xs = sorted({h, s + 0.5 * (h - s), s, s - (h - s)})
             ts = [1e-4, 0.02, 0.5, 4.0]
             rows = []
             for j, t in enumerate(ts):
@@ -468,6 +446,20 @@ def exotic_main(root):
                     rows.append((i, j, [p if p > 1e-200 else mp.mpf(0)]))
             head = 'case %s %s %r %r %r %r %r %r %d %d' % (kind, btype, s, h, k, sigma, r, q, len(xs), len(ts))
             near.append((head, xs, ts, rows))
+
+    for kind in 'CP':
+        for btype, s, h in (('DO', 100.0, 99.0), ('DO', 100.0, 99.99999), ('DO', 100.0, 99.9999999),
+                            ('UO', 100.0, 101.0), ('UO', 100.0, 100.00001), ('UO', 100.0, 100.0000001),
+                            ('DI', 100.0, 99.99999), ('UI', 100.0, 100.00001), ('DI', 100.0, 50.0),
+                            ('UI', 100.0, 200.0), ('DO', 100.0, 60.0), ('UO', 100.0, 150.0)):
+            near_blocks(kind, btype, s, h, sorted({50.0, 99.0, h, h * (1 + 1e-9), 101.0, 160.0, 400.0}))
+    # A put down-and-out and an up-and-out call with spot and strike both
+    # within 1e-9 of the barrier (relative 1e-9, and absolute 1e-9): the
+    # strike on the barrier, between barrier and spot, on the spot, and as
+    # far beyond the spot as the barrier lies before it.
+    for kind, btype, h in (('P', 'DO', 100.0 * (1 - 1e-9)), ('P', 'DO', 100.0 - 1e-9),
+                           ('C', 'UO', 100.0 * (1 + 1e-9)), ('C', 'UO', 100.0 + 1e-9)):
+        near_blocks(kind, btype, 100.0, h, sorted({h, 100.0 + 0.5 * (h - 100.0), 100.0, 100.0 - (h - 100.0)}))
     write_blocks(os.path.join(data, 's30fa_cancel_reference.txt'),
                  ['# Single-barrier option prices for s30fa where the closed form cancels.', gen,
                   '# Each price evaluated at 50, 100, 200, ... digits until two agree to 1e-35 (0 below 1e-200).',
