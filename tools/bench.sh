@@ -2,7 +2,8 @@
 # Builds and runs every benchmark program of bench/ (one folder per chapter,
 # all on Google Benchmark through bench/zem_bench.h), then regenerates the
 # tables of docs/benchmarks.md and the charts of docs/figures/ from their
-# JSON with tools/bench_report.py.
+# JSON with tools/bench_report.py (and the peers' accuracy tables of s14 with
+# tools/doc_tables.py).
 #   bash tools/bench.sh [--benchmark_* options passed to every program]
 # Needs the peers the programs compare with (Debian: libbenchmark-dev,
 # libgsl-dev, libboost-dev, libquantlib0-dev for bench/s30), python3-matplotlib
@@ -17,6 +18,7 @@ cd "$(dirname "$0")/.."
 cmake -S . -B build-bench -DZEM_TESTS=OFF -DZEM_BENCH=ON -DCMAKE_BUILD_TYPE=Release >/dev/null
 cmake --build build-bench -j"$(nproc)"
 results=()
+tables=()
 for dir in build-bench/bench/*/; do
   for prog in "$dir"*; do
     [ -f "$prog" ] && [ -x "$prog" ] || continue
@@ -29,7 +31,29 @@ for dir in build-bench/bench/*/; do
       /usr/bin/python3 tools/d02_work_precision.py "${dir}bench_d02.json" docs >/dev/null
       continue
     fi
+    if [ "$name" = s14_peer_accuracy ]; then
+      # Not timed: the errors of the peers on the reference points, tables
+      # that tools/doc_tables.py puts into docs/benchmarks.md and
+      # docs/s14-family-accuracy.md.
+      "$prog" "$PWD" > "${dir}s14_peer_accuracy.txt"
+      tables+=("${dir}s14_peer_accuracy.txt")
+      continue
+    fi
     (cd "$dir" && "./$name" "$@")
+    # The g05 fill once more with each kernel set the processor runs, forced
+    # by ZEM_ISA, each into a file of its own that says its set (the table
+    # of docs/g05-generators.md, "bench-isa" markers).
+    if [ "$name" = bench_g05 ]; then
+      for isa in avx512 avx2 baseline; do
+        case $isa in
+          avx512) grep -qw avx512f /proc/cpuinfo || continue ;;
+          avx2) grep -qw avx2 /proc/cpuinfo || continue ;;
+        esac
+        (cd "$dir" && ZEM_ISA=$isa "./$name" --benchmark_filter='^g05sa uniform fill' \
+           --benchmark_context=zem_isa=$isa --benchmark_out="bench_g05_isa_$isa.json" "$@")
+        results+=("${dir}bench_g05_isa_$isa.json")
+      done
+    fi
     # numpy/scipy beside s30aa, added to the same JSON file in this session
     if [ "$name" = s30_bench ]; then /usr/bin/python3 bench/s30/s30_numpy.py "${dir}s30_bench.json"; fi
     # R's model.matrix on the same data and formulae as bench_g22, likewise
@@ -45,6 +69,7 @@ for dir in build-bench/bench/*/; do
   done
 done
 /usr/bin/python3 tools/bench_report.py "${results[@]}"
+[ ${#tables[@]} = 0 ] || /usr/bin/python3 tools/doc_tables.py "${tables[@]}"
 # e04kf beside SciPy's L-BFGS-B on the same problems (a Markdown table, also
 # written into docs/benchmarks.md and docs/e04kf.md).
 if [ -x build-bench/bench/e04/bench_e04kf ]; then

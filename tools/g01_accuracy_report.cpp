@@ -126,13 +126,15 @@ void report_function(const std::string &path, Worker worker) {
 
 int main(int argc, char **argv) {
   const std::string dir = argc > 1 ? argv[1] : ZEM_SOURCE_DIR "/tests";
-  std::printf("## g01ea\n\n");
+  // Each table is introduced by a line <!-- table:<key> --> for
+  // tools/doc_tables.py, which puts it into the routine's page.
+  std::printf("<!-- tables by: build/tests/g01/g01_accuracy_report -->\n<!-- table:g01ea-accuracy -->\n");
   report_probabilities(dir);
-  std::printf("\n## g01fa\n\n");
+  std::printf("\n<!-- table:g01fa-accuracy -->\n");
   report_deviates(dir);
-  std::printf("\n## s15ad\n\n");
+  std::printf("\n<!-- table:s15ad-accuracy -->\n");
   report_function(dir + "/s15/data/s15ad_reference.txt", s15adfn_);
-  std::printf("\n## s15ae\n\n");
+  std::printf("\n<!-- table:s15ae-accuracy -->\n");
   report_function(dir + "/s15/data/s15ae_reference.txt", s15aefn_);
   return 0;
 }

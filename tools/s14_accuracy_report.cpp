@@ -4,7 +4,9 @@
 // and lgamma.  A program, not a test: build/tests/s14/s14_accuracy_report.
 //
 // Near the zeros of ln Gamma at 1 and 2 ("near 1", "near 2") the error is
-// also given in absolute terms, in units of 2^-53.
+// also given in absolute terms, in units of 2^-53.  Each table is introduced
+// by a line <!-- table:<key> --> for tools/doc_tables.py, which puts it into
+// the pages (bash tools/accuracy_tables.sh runs both).
 #include <cmath>
 #include <cstdio>
 #include <map>
@@ -40,10 +42,10 @@ column measure(const std::vector<zem::test::reference_row> &rows, F f, bool abso
   return c;
 }
 
-void table(const char *title, const std::vector<zem::test::reference_row> &rows, const column &zem,
+void table(const char *key, const char *title, const std::vector<zem::test::reference_row> &rows, const column &zem,
            const column &libm, const char *libm_name) {
-  std::printf("\n%s\n\n| region | points | zem max | zem RMS | zem worst x | %s max | %s RMS |\n"
-              "|---|---:|---:|---:|---:|---:|---:|\n", title, libm_name, libm_name);
+  std::printf("\n<!-- table:%s -->\n%s\n\n| region | points | zem max | zem RMS | zem worst x | %s max | %s RMS |\n"
+              "|---|---:|---:|---:|---:|---:|---:|\n", key, title, libm_name, libm_name);
   (void)rows;
   for (const auto &reg : zem.order) {
     const auto &a = zem.by_region.at(reg);
@@ -63,9 +65,10 @@ int main(int argc, char **argv) {
     if (std::fabs(x) <= zem::s14::gamma_x_reciprocal) return 1.0 / x;
     return zem::s14::gamma_core(x);
   };
-  table("Gamma(x), s14aa (ULP)", ga, measure(ga, zem_gamma, false), measure(ga, [](double x) { return std::tgamma(x); }, false),
+  std::printf("<!-- tables by: build/tests/s14/s14_accuracy_report -->\n");
+  table("s14aa-accuracy", "Gamma(x), s14aa (ULP)", ga, measure(ga, zem_gamma, false), measure(ga, [](double x) { return std::tgamma(x); }, false),
         "tgamma");
-  table("ln Gamma(x), s14ab (ULP; near 1 and 2 absolute, units of 2^-53)", lg,
+  table("s14ab-accuracy", "ln Gamma(x), s14ab (ULP; near 1 and 2 absolute, units of 2^-53)", lg,
         measure(lg, [](double x) { return zem::s14::lgamma_core(x); }, true),
         measure(lg, [](double x) { return std::lgamma(x); }, true), "lgamma");
   return 0;

@@ -13,7 +13,9 @@ their ratio, where the small side holds its mass).
       reads those tables, calls the library through its C entries and prints
       per region the number of points, the largest and the RMS error
       (relative for s14cc where the value exceeds 1e-300; units of 2^-53
-      max(1, abs(ln B)) for s14cp), and every point above the target.
+      max(1, abs(ln B)) for s14cp), and every point above the target; the
+      two tables in the form that tools/doc_tables.py puts into
+      docs/s14cc.md and docs/s14cp.md.
 
 With S14_SWEEP_CACHE=<file> the exact values are kept in that file and
 reused by the next generate run.  The exact values: ln B from loggamma at a
@@ -148,12 +150,26 @@ def exact(hi, units):
     return mp.mpf(hi) + mp.mpf(float(units)) * s14_reference.ulp(mp.mpf(hi)) if hi != 0 else mp.mpf(0)
 
 
-def summary(title, errs):
-    print(title)
-    print("  %-24s %6s %10s %10s" % ("region", "points", "max", "RMS"))
-    for reg, e in sorted(errs.items()):
+# The regions of both sweeps, in the order and words of the tables.
+REGIONS = [("a,b<1", "a, b < 1"), ("a,b<10", "a, b < 10"),
+           ("small<10<=large<2^40", "one below 10, the other in [10, 2^40)"),
+           ("small<10,large>=2^40", "one below 10, the other at least 2^40"),
+           ("tiny<1e-20,other>=10", "one below 1e-20, the other at least 10"),
+           ("10<=a,b<1e15", "10 <= a, b < 1e15"), ("a,b>=10,max>=1e15", "a, b >= 10, one at least 1e15")]
+
+
+def summary(key, title, errs, form):
+    """Per region the points, the largest and the RMS error, as a Markdown
+    table introduced by <!-- table:<key> --> (tools/doc_tables.py puts it
+    into the pages)."""
+    print("\n<!-- table:%s -->\n%s\n\n| region | points | max | RMS |\n|---|---|---|---|" % (key, title))
+    words = dict(REGIONS)
+    order = [r for r, _ in REGIONS if r in errs] + sorted(r for r in errs if r not in words)
+    for reg in order:
+        e = errs[reg]
         rms = math.sqrt(sum(v * v for v in e) / len(e)) if e else 0.0
-        print("  %-24s %6d %10.3g %10.3g" % (reg, len(e), max(e) if e else 0.0, rms))
+        print("| %s | %d | %s | %s |" % (words.get(reg, reg), len(e), form % (max(e) if e else 0.0), form % rms))
+    print()
 
 
 def report(libpath, root):
@@ -173,7 +189,8 @@ def report(libpath, root):
         errs.setdefault(reg, []).append(err)
         if err > 4:
             faults.append("  s14cp a=%r b=%r f=%r ivalid=%d err=%.3g" % (a, b, f.value, iv.value, err))
-    summary("s14cp: error in units of 2^-53 max(1, |ln B|), by region", errs)
+    print("<!-- tables by: /usr/bin/python3 tools/s14_beta_sweep.py report build/libzem.so -->")
+    summary("s14cp-sweep", "s14cp: error in units of 2^-53 max(1, |ln B|), by region", errs, "%.2f")
     errs = {}
     for reg, t in read_table(os.path.join(data, "s14cc_sweep_reference.txt")):
         a, b, x = (float.fromhex(v) for v in t[:3])
@@ -192,7 +209,7 @@ def report(libpath, root):
         errs.setdefault(reg, []).append(e)
         if e > 1e-13:
             faults.append("  s14cc a=%r b=%r x=%r w=%r w1=%r err=%.3g" % (a, b, x, got[0], got[1], e))
-    summary("s14cc: relative error of w and w1 where above 1e-300, by region", errs)
+    summary("s14cc-sweep", "s14cc: relative error of w and w1 where above 1e-300, by region", errs, "%.2g")
     print("%d points above the target (4 units for s14cp, 1e-13 for s14cc)" % len(faults))
     for line in faults:
         print(line)

@@ -44,5 +44,10 @@ if [ "${ZEM_VALGRIND:-0}" = 1 ]; then
       { echo "valgrind reports errors or leaks in $prog"; exit 1; }
   done < test_programs.txt
 else
+  # The wall time of the whole run, for tools/test_times.py (the cost table
+  # of docs/guarantees.md).
+  rm -f Testing/Temporary/ZemWallTime.txt
+  t0=$(date +%s)
   ctest -j"$(nproc)" --output-on-failure
+  echo "$(($(date +%s) - t0)) $(nproc)" > Testing/Temporary/ZemWallTime.txt
 fi

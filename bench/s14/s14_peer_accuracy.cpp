@@ -8,7 +8,10 @@
 // where they have the function (and glibc's lgamma sums for ln B): max and
 // RMS ULP per region; for complex values in units of the last place of the
 // modulus; for I_x(a, b) the largest relative error.
-// Usage: s14_peer_accuracy [source root]
+// Each table is introduced by a line <!-- table:<key> --> for
+// tools/doc_tables.py, which puts it into the pages of docs/ (tools/bench.sh
+// runs both).
+// Usage: s14_peer_accuracy [source root [family]]
 #include <gsl/gsl_errno.h>
 #include <gsl/gsl_sf_gamma.h>
 #include <gsl/gsl_sf_psi.h>
@@ -33,9 +36,19 @@ namespace {
 
 using zem::test::error_summary;
 
-void ulp_table(const char *title, const std::vector<zem::test::reference_row> &rows,
+// A region's name as a Markdown table cell ("|z|" would end the cell).
+std::string cell(const std::string &s) {
+  std::string out;
+  for (char c : s) {
+    if (c == '|') out += '\\';
+    out += c;
+  }
+  return out;
+}
+
+void ulp_table(const char *key, const char *title, const std::vector<zem::test::reference_row> &rows,
                const std::vector<std::pair<const char *, std::function<double(double)>>> &fns) {
-  std::printf("\n%s\n\n| region | points |", title);
+  std::printf("\n<!-- table:%s -->\n%s\n\n| region | points |", key, title);
   for (const auto &f : fns) std::printf(" %s max | %s RMS |", f.first, f.first);
   std::printf("\n|---|---:|");
   for (size_t i = 0; i < fns.size(); ++i) std::printf("---:|---:|");
@@ -57,7 +70,7 @@ void ulp_table(const char *title, const std::vector<zem::test::reference_row> &r
     }
   }
   for (const auto &reg : order) {
-    std::printf("| %s | %ld |", reg.c_str(), m[reg][0].count);
+    std::printf("| %s | %ld |", cell(reg).c_str(), m[reg][0].count);
     for (const auto &s : m[reg]) std::printf(" %.3g | %.3g |", s.max_ulp, s.rms());
     std::printf("\n");
   }
@@ -95,9 +108,9 @@ double complex_ulp(double re, double im, const zem::test::reference &er, const z
 }
 
 // One table: rows grouped by a key, a column per function (NaN: no value).
-void keyed_table(const char *title, const std::vector<const char *> &names,
+void keyed_table(const char *key, const char *title, const std::vector<const char *> &names,
                  const std::vector<std::pair<std::string, std::vector<double>>> &errors) {
-  std::printf("\n%s\n\n| region | points |", title);
+  std::printf("\n<!-- table:%s -->\n%s\n\n| region | points |", key, title);
   for (const auto *n : names) std::printf(" %s max | %s RMS |", n, n);
   std::printf("\n|---|---:|");
   for (size_t i = 0; i < names.size(); ++i) std::printf("---:|---:|");
@@ -113,7 +126,7 @@ void keyed_table(const char *title, const std::vector<const char *> &names,
       if (!std::isnan(e[i])) m[key][i].add(e[i], 0.0);
   }
   for (const auto &k : order) {
-    std::printf("| %s | %ld |", k.c_str(), m[k][0].count);
+    std::printf("| %s | %ld |", cell(k).c_str(), m[k][0].count);
     for (const auto &s : m[k]) {
       if (s.count == 0)
         std::printf(" - | - |");
@@ -150,7 +163,7 @@ void family(const std::string &dir) {
                  {ulp_or_big(z, r.out[0]), std::isnan(g) ? 1e300 : ulp_or_big(g, r.out[0]),
                   std::isnan(b) ? 1e300 : ulp_or_big(b, r.out[0])}});
   }
-  keyed_table("psi^(k)(x), s14aec: errors in ULP (1e300: no value)", {"s14aec", "GSL", "Boost"}, e);
+  keyed_table("s14-peers-psi", "psi^(k)(x), s14aec: errors in ULP (1e300: no value)", {"s14aec", "GSL", "Boost"}, e);
 
   e.clear();
   for (const auto &r : read_table(dir + "s14ad_reference.txt", 2)) {
@@ -164,7 +177,7 @@ void family(const std::string &dir) {
     const double b = guarded_peer([&] { return (k % 2 ? 1.0 : -1.0) * boost::math::polygamma(k, x) / fact; });
     e.push_back({r.region, {ulp_or_big(z, r.out[0]), ulp_or_big(g, r.out[0]), std::isnan(b) ? 1e300 : ulp_or_big(b, r.out[0])}});
   }
-  keyed_table("zeta(k + 1, x) = (-1)^(k+1) psi^(k)(x)/k!, orders 7 to 99, s14adc: errors in ULP",
+  keyed_table("s14-peers-zeta", "zeta(k + 1, x) = (-1)^(k+1) psi^(k)(x)/k!, orders 7 to 99, s14adc: errors in ULP",
               {"s14adc", "GSL hzeta", "Boost polygamma/k!"}, e);
 
   e.clear();
@@ -180,7 +193,7 @@ void family(const std::string &dir) {
     e.push_back({r.region, {ulp_or_big(f, r.out[0]), ulp_or_big(gl, r.out[0]), ulp_or_big(gsl_sf_lnbeta(a, b), r.out[0]),
                             std::isnan(bo) ? 1e300 : ulp_or_big(bo, r.out[0])}});
   }
-  keyed_table("ln B(a, b), s14cpc: errors in ULP (glibc and Boost: the lgamma sum)",
+  keyed_table("s14-peers-lnbeta", "ln B(a, b), s14cpc: errors in ULP (glibc and Boost: the lgamma sum)",
               {"s14cpc", "glibc", "GSL lnbeta", "Boost"}, e);
 
   e.clear();
@@ -193,7 +206,7 @@ void family(const std::string &dir) {
     const double im = arg.val + turn * std::nearbyint((r.out[1].hi - arg.val) / turn);
     e.push_back({r.region, {complex_ulp(z.re, z.im, r.out[0], r.out[1]), complex_ulp(lnr.val, im, r.out[0], r.out[1])}});
   }
-  keyed_table("ln Gamma(z), s14agc: errors in ULP of |ln Gamma(z)| (GSL's phase moved by whole turns)",
+  keyed_table("s14-peers-lngamma-complex", "ln Gamma(z), s14agc: errors in ULP of |ln Gamma(z)| (GSL's phase moved by whole turns)",
               {"s14agc", "GSL"}, e);
 
   e.clear();
@@ -208,7 +221,7 @@ void family(const std::string &dir) {
     }
     e.push_back({"k=" + std::to_string(k) + " " + r.region, {complex_ulp(z.re, z.im, r.out[0], r.out[1]), g}});
   }
-  keyed_table("psi^(k)(z), s14afc: errors in ULP of |psi^(k)(z)| (GSL: k = 0 only)", {"s14afc", "GSL"}, e);
+  keyed_table("s14-peers-psi-complex", "psi^(k)(z), s14afc: errors in ULP of |psi^(k)(z)| (GSL: k = 0 only)", {"s14afc", "GSL"}, e);
 
   // I_x(a, b): largest relative error of w and of w1 where above 1e-300.
   std::map<std::string, std::vector<double>> worst;
@@ -232,12 +245,12 @@ void family(const std::string &dir) {
       worst[r.region][i] = std::max(worst[r.region][i], err);
     }
   }
-  std::printf("\nI_x(a, b) and 1 - I_x(a, b): largest relative error where the value exceeds 1e-300\n"
+  std::printf("\n<!-- table:s14-peers-ibeta -->\nI_x(a, b) and 1 - I_x(a, b): largest relative error where the value exceeds 1e-300\n"
               "(GSL's complement: gsl_sf_beta_inc(b, a, 1 - x), 1 - x rounded)\n\n"
               "| a, b | s14ccc w | s14ccc w1 | GSL w | GSL w1 | Boost ibeta | Boost ibetac |\n"
               "|---|---:|---:|---:|---:|---:|---:|\n");
   for (const auto &reg : order) {
-    std::printf("| %s |", reg.c_str());
+    std::printf("| %s |", cell(reg).c_str());
     for (double v : worst[reg]) std::printf(" %.2g |", v);
     std::printf("\n");
   }
@@ -250,16 +263,18 @@ int main(int argc, char **argv) {
   const std::string dir = std::string(argc > 1 ? argv[1] : ZEM_SOURCE_DIR) + "/tests/s14/data/";
   const auto ga = zem::test::read_reference(dir + "s14aa_reference.txt", false);
   const auto lg = zem::test::read_reference(dir + "s14ab_reference.txt", false);
+  // The keyed tables go into docs/ by tools/doc_tables.py.
+  std::printf("<!-- tables by: s14_peer_accuracy%s -->\n", argc > 2 ? " <source root> family" : "");
   if (argc > 2 && std::string(argv[2]) == "family") {
     family(dir);
     return 0;
   }
-  ulp_table("Gamma(x): errors in ULP", ga,
+  ulp_table("s14-peers-gamma", "Gamma(x): errors in ULP", ga,
             {{"s14aac", [](double x) { return s14aac(x, nullptr); }},
              {"glibc", [](double x) { return std::tgamma(x); }},
              {"Boost", [](double x) { return boost::math::tgamma(x); }},
              {"GSL", [](double x) { return gsl_sf_gamma(x); }}});
-  ulp_table("ln Gamma(x): errors in ULP (near 1 and 2: absolute, units of 2^-53)", lg,
+  ulp_table("s14-peers-lngamma", "ln Gamma(x): errors in ULP (near 1 and 2: absolute, units of 2^-53)", lg,
             {{"s14abc", [](double x) { return s14abc(x, nullptr); }},
              {"glibc", [](double x) { return std::lgamma(x); }},
              {"Boost", [](double x) { return boost::math::lgamma(x); }},
@@ -299,10 +314,10 @@ int main(int argc, char **argv) {
       worst[region][i] = std::max(worst[region][i], e);
     }
   }
-  std::printf("\nP(a, x) and Q(a, x): largest relative error where the value exceeds 1e-300\n\n"
+  std::printf("\n<!-- table:s14-peers-gamma-pq -->\nP(a, x) and Q(a, x): largest relative error where the value exceeds 1e-300\n\n"
               "| a | s14bac P | s14bac Q | GSL P | GSL Q | Boost P | Boost Q |\n|---|---:|---:|---:|---:|---:|---:|\n");
   for (const auto &r : order) {
-    std::printf("| %s |", r.c_str());
+    std::printf("| %s |", cell(r).c_str());
     for (double e : worst[r]) std::printf(" %.2g |", e);
     std::printf("\n");
   }
