@@ -2,7 +2,7 @@
 """Turns the JSON of the benchmark programs into the figure tables of
 docs/benchmarks.md and the charts of docs/figures/.
 
-  bench_report.py [--docs DIR] [--no-charts] RESULT.json ...
+  bench_report.py [--docs DIR] [--no-charts] [--check] RESULT.json ...
 
 Every program of bench/ runs on Google Benchmark through bench/zem_bench.h
 and writes <program>.json; benchmark names are "<group>/<contender>", ours
@@ -29,10 +29,12 @@ A file run with the instruction set forced (ZEM_ISA=<set>, and
 from the chapter's section and chart: the files of one chapter with their
 sets give, between
     <!-- bench-isa:<chapter>:<group> begin -->  ...  <!-- bench-isa:<chapter>:<group> end -->
-a table of that group with a row per set, in the order the files are given,
-and each contender's median time per item.
+a table of that group with a row per set (avx512, avx2, baseline), and each
+contender's median time per item.
 Sections of chapters not in the files are left as they are, so figures are
-only ever replaced by a rerun.  tools/bench.sh runs every program and then
+only ever replaced by a rerun.  With --check nothing is written: the script
+fails when a page shows figures other than those the files give (that the
+published figures are those of a given run).  tools/bench.sh runs every program and then
 this script.  Needs: python3, python3-matplotlib (charts).
 """
 import argparse
@@ -191,6 +193,7 @@ def summary_table(prefix, groups):
 
 # One group measured with each instruction set, a row a set:
 #   <!-- bench-isa:<chapter>:<group> begin -->  ...  <!-- bench-isa:<chapter>:<group> end -->
+ISA_ORDER = ["avx512", "avx2", "baseline"]   # widest first, the rows' order
 ISA_MARK = re.compile(r"<!-- bench-isa:([^:]+):(.+?) begin -->.*?<!-- bench-isa:\1:\2 end -->", re.S)
 
 
@@ -210,9 +213,10 @@ def isa_table(group, runs):
     return lines
 
 
-def fill_pages(docs, by_chapter, by_isa=None):
+def fill_pages(docs, by_chapter, by_isa=None, check=False):
     """Replaces the group sections of the pages other than benchmarks.md
-    whose chapter was measured; returns the pages changed."""
+    whose chapter was measured; returns the pages changed (with check, the
+    pages that would change, none written)."""
     by_isa = by_isa or {}
     changed = []
     for page in sorted(docs.rglob("*.md")):
@@ -252,7 +256,8 @@ def fill_pages(docs, by_chapter, by_isa=None):
 
         def isa(m):
             chapter, group = m.group(1), m.group(2)
-            files = [(path, ctx, groups) for path, ctx, groups in by_isa.get(chapter, []) if group in groups]
+            files = sorted([(path, ctx, groups) for path, ctx, groups in by_isa.get(chapter, []) if group in groups],
+                           key=lambda f: ISA_ORDER.index(f[1]["zem_isa"]) if f[1]["zem_isa"] in ISA_ORDER else 99)
             if not files:
                 return m.group(0)
             path, ctx, groups = files[0]
@@ -266,7 +271,8 @@ def fill_pages(docs, by_chapter, by_isa=None):
 
         new = SUMMARY_MARK.sub(summed, ISA_MARK.sub(isa, GROUPS_MARK.sub(many, GROUP_MARK.sub(one, text))))
         if new != text:
-            page.write_text(new, encoding="utf-8")
+            if not check:
+                page.write_text(new, encoding="utf-8")
             changed.append(page.name)
     return changed
 
@@ -317,6 +323,8 @@ def main():
     ap.add_argument("json", nargs="+")
     ap.add_argument("--docs", default=str(pathlib.Path(__file__).resolve().parent.parent / "docs"))
     ap.add_argument("--no-charts", action="store_true")
+    ap.add_argument("--check", action="store_true",
+                    help="write nothing; fail if a page's figures differ from the ones these files give")
     args = ap.parse_args()
     docs = pathlib.Path(args.docs)
     by_chapter, by_isa = collections.OrderedDict(), collections.OrderedDict()
@@ -326,15 +334,28 @@ def main():
         (by_isa if ctx.get("zem_isa") else by_chapter).setdefault(chapter, []).append((pathlib.Path(path), ctx, groups))
     page = docs / "benchmarks.md"
     text = page.read_text(encoding="utf-8") if page.exists() else "# Benchmarks\n"
+    before = text
     for chapter, files in by_chapter.items():
-        chart = not args.no_charts and draw(chapter, files, docs / "figures" / f"bench-{chapter}.png")
+        png = docs / "figures" / f"bench-{chapter}.png"
+        if args.check:
+            chart = png.exists()
+        else:
+            chart = not args.no_charts and draw(chapter, files, png)
         new = section(chapter, files, chart)
         pattern = re.compile(rf"<!-- bench-report:{re.escape(chapter)} begin -->.*?<!-- bench-report:{re.escape(chapter)} end -->", re.S)
         if pattern.search(text):
             text = pattern.sub(lambda m: new, text)
         else:
             text = text.rstrip("\n") + f"\n\n## {chapter}: measured by the harness\n\n{new}\n"
-        print(f"{chapter}: {sum(len(g) for _, _, g in files)} groups -> {page}" + (f", figures/bench-{chapter}.png" if chart else ""))
+        if not args.check:
+            print(f"{chapter}: {sum(len(g) for _, _, g in files)} groups -> {page}"
+                  + (f", figures/bench-{chapter}.png" if chart else ""))
+    if args.check:
+        stale = ([page.name] if text != before else []) + fill_pages(docs, by_chapter, by_isa, check=True)
+        if stale:
+            raise SystemExit(f"bench_report.py: figures that these files do not give in {', '.join(stale)}")
+        print("bench_report.py: the pages show the figures of these files")
+        return
     page.write_text(text, encoding="utf-8")
     for name in fill_pages(docs, by_chapter, by_isa):
         print(f"group tables -> {name}")

@@ -2,7 +2,7 @@
 """Puts the tables that a report program prints into the pages of docs/,
 so that a published accuracy figure is the output of a run, never typed.
 
-  doc_tables.py [--docs DIR] OUTPUT.txt ...
+  doc_tables.py [--docs DIR] [--check] OUTPUT.txt ...
 
 A report program (tools/s14_accuracy_report, tools/g01_accuracy_report,
 bench/s14/s14_peer_accuracy, tools/s14_beta_sweep.py report, ...) writes its
@@ -16,6 +16,8 @@ gets the table of that key in place of what stood between the markers; the
 text around them is left alone, and markers whose key is not in the given
 outputs keep their contents, so that one program's rerun replaces only its
 own tables.  Prints the pages changed and the keys that no page shows.
+With --check nothing is written, and the script fails when a page shows a
+table other than the one the outputs give.
 Needs: python3 alone.
 """
 import argparse
@@ -54,9 +56,10 @@ def read_tables(path):
     return {k: (v, command) for k, v in tables.items()}
 
 
-def fill(docs, tables, source):
+def fill(docs, tables, source, check=False):
     """Replaces the marked sections of the pages under docs; returns the
-    pages changed and the keys shown somewhere."""
+    pages changed (with check: that would change, none written) and the
+    keys shown somewhere."""
     changed, shown = [], set()
     for page in sorted(pathlib.Path(docs).rglob("*.md")):
         text = page.read_text(encoding="utf-8")
@@ -73,7 +76,8 @@ def fill(docs, tables, source):
 
         new = MARK.sub(one, text)
         if new != text:
-            page.write_text(new, encoding="utf-8")
+            if not check:
+                page.write_text(new, encoding="utf-8")
             changed.append(page.name)
     return changed, shown
 
@@ -82,6 +86,7 @@ def main():
     ap = argparse.ArgumentParser(description=__doc__.split("\n\n")[0])
     ap.add_argument("output", nargs="+")
     ap.add_argument("--docs", default=str(pathlib.Path(__file__).resolve().parent.parent / "docs"))
+    ap.add_argument("--check", action="store_true", help="write nothing; fail if a page shows other figures")
     args = ap.parse_args()
     tables, source = {}, {}
     for path in args.output:
@@ -90,7 +95,12 @@ def main():
             source[key] = pathlib.Path(path).name
     if not tables:
         sys.exit(f"doc_tables.py: no <!-- table:<key> --> line in {', '.join(args.output)}")
-    changed, shown = fill(args.docs, tables, source)
+    changed, shown = fill(args.docs, tables, source, args.check)
+    if args.check:
+        if changed:
+            sys.exit(f"doc_tables.py: tables that these outputs do not give in {', '.join(changed)}")
+        print("doc_tables.py: the pages show the tables of these outputs")
+        return
     for name in changed:
         print(f"tables -> {name}")
     for key in sorted(set(tables) - shown):

@@ -264,7 +264,7 @@ int main(int argc, char **argv) {
   const auto ga = zem::test::read_reference(dir + "s14aa_reference.txt", false);
   const auto lg = zem::test::read_reference(dir + "s14ab_reference.txt", false);
   // The keyed tables go into docs/ by tools/doc_tables.py.
-  std::printf("<!-- tables by: s14_peer_accuracy%s -->\n", argc > 2 ? " <source root> family" : "");
+  std::printf("<!-- tables by: build-bench/bench/s14/s14_peer_accuracy <source root>%s -->\n", argc > 2 ? " family" : "");
   if (argc > 2 && std::string(argv[2]) == "family") {
     family(dir);
     return 0;

@@ -8,9 +8,10 @@ zem_peers), run settings stripped from the names, and the section replaced
 between its markers on a rerun, leaving the text around it alone; and a
 routine page's table of one group (bench-group markers), and its table of
 the groups of a prefix, a row a group (bench-groups markers), likewise; and
-the groups of a prefix summed up (bench-summary markers); and
-runs with the instruction set forced (context zem_isa) kept out of the
-chapter's section and shown as a row per set (bench-isa markers).
+the groups of a prefix summed up (bench-summary markers); runs with the
+instruction set forced (context zem_isa) kept out of the chapter's section
+and shown as a row per set, widest first (bench-isa markers); and --check,
+which passes the pages just written and fails on the figures of another run.
   bench_report_check.py <tools/bench_report.py> <scratch dir>
 """
 import json
@@ -58,8 +59,8 @@ routine.write_text("# x99aa\n\n<!-- bench-group:x99:x99 1/sqrt(x) begin -->\nsta
                    "\nend\n")
 for _ in range(2):  # a rerun replaces the section it wrote
     subprocess.run([sys.executable, str(script), "--docs", str(scratch), "--no-charts",
-                    str(scratch / "bench_x99_isa_avx512.json"), str(scratch / "bench_x99.json"),
-                    str(scratch / "bench_x99_isa_baseline.json")], check=True, stdout=subprocess.DEVNULL)
+                    str(scratch / "bench_x99_isa_baseline.json"), str(scratch / "bench_x99.json"),
+                    str(scratch / "bench_x99_isa_avx512.json")], check=True, stdout=subprocess.DEVNULL)
 text = page.read_text()
 expected = ["**x99 1/sqrt(x)**", "| ours | 10 ns |", "| peer | 25 ns |", "| 2.50 |", " 7 |", " 9 |",
             "load average 1.5", "**x99 A\\*B + x**", "| R lm | 2 ms | ", "| 20000.00 |",
@@ -80,6 +81,17 @@ if not all(e in own for e in ("| ours | 10 ns |", "| peer | 25 ns |", "load aver
         or "| peer | 2 | 1.50 | 1.12 | 0.50 | 2.50 | 1 |" not in own or own.count("bench-summary:x99:x99 1/ end") != 1 \
         or own.count("bench-isa:x99:x99 1/sqrt(x) end") != 1 or own.index("avx512 |") > own.index("baseline |"):
     problems.append("the routine page's group table: " + own)
+# --check: the pages show the figures of these files, and not those of others.
+files = [str(scratch / n) for n in ("bench_x99.json", "bench_x99_isa_avx512.json", "bench_x99_isa_baseline.json")]
+check = [sys.executable, str(script), "--docs", str(scratch), "--check"]
+if subprocess.run(check + files, capture_output=True).returncode != 0:
+    problems.append("--check refuses the pages just written")
+bench["benchmarks"][0]["cpu_time"] = 100  # a repetition of another run: median 15 ns
+(scratch / "bench_x99.json").write_text(json.dumps(bench))
+if subprocess.run(check + files, capture_output=True).returncode == 0:
+    problems.append("--check accepts figures of another run")
+if page.read_text() != text or routine.read_text() != own:
+    problems.append("--check wrote a page")
 if problems:
     print(text)
     sys.exit(f"bench_report.py: {problems}")

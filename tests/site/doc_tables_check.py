@@ -3,7 +3,8 @@
 here: each keyed table lands between its markers on whichever page holds
 them (two pages, one with two keys), the command named by the output is
 cited, a marker whose key the output lacks keeps its contents, the text
-around the markers is left alone, a second run changes nothing, and an
+around the markers is left alone, a second run changes nothing, --check
+passes those pages and fails on a changed figure without writing, and an
 output without keyed tables is refused.
   doc_tables_check.py <tools/doc_tables.py> <scratch dir>
 """
@@ -43,6 +44,14 @@ if aa != want_aa:
     problems.append("x99aa.md:\n" + aa)
 if ab != want_ab:
     problems.append("x99ab.md:\n" + ab)
+check = [sys.executable, str(script), "--docs", str(docs), "--check", str(out)]
+if subprocess.run(check, capture_output=True).returncode != 0:
+    problems.append("--check refuses the pages just written")
+out.write_text(out.read_text().replace("0.85", "0.86"))
+if subprocess.run(check, capture_output=True).returncode == 0:
+    problems.append("--check accepts a table of another run")
+if (docs / "x99aa.md").read_text() != aa:
+    problems.append("--check wrote a page")
 empty = scratch / "empty.txt"
 empty.write_text("| a | b |\n")
 if subprocess.run([sys.executable, str(script), "--docs", str(docs), str(empty)],
