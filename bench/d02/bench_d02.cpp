@@ -18,6 +18,7 @@
 #include <array>
 #include <boost/numeric/odeint.hpp>
 #include <cmath>
+#include <cstdio>
 #include <fstream>
 #include <sstream>
 #include <string>
@@ -264,4 +265,27 @@ const bool registered = [] {
 // On the harness (nine interleaved repetitions unless told otherwise, JSON
 // in bench_d02.json); tools/bench.sh asks for three short ones, enough for
 // the evaluation counts, which do not vary, and for medians of the times.
-int main(int argc, char **argv) { return zem_bench::run(argc, argv, "d02"); }
+//
+//   bench_d02 --sweep=<problem>/<solver>
+// prints instead, for tol = 10^(-k/8), k = 24 .. 80, the evaluations and
+// the error at tend of one solver on one problem (how smoothly the error
+// follows tol; docs/benchmarks.md, d02 section).
+int main(int argc, char **argv) {
+  for (int i = 1; i < argc; ++i) {
+    const std::string a = argv[i];
+    if (a.rfind("--sweep=", 0) != 0) continue;
+    const std::string what = a.substr(8), prob = what.substr(0, what.find('/')),
+                      name = what.substr(what.find('/') + 1);
+    for (const problem &p : problems())
+      for (int s = 0; s < 8; ++s)
+        if (prob == p.name && name == solver_names[s])
+          for (int k = 24; k <= 80; ++k) {
+            const double tol = std::pow(10.0, -k / 8.0);
+            int64_t evals = 0;
+            const double err = run(p, s, tol, evals);
+            std::printf("%.3e %lld %.3e\n", tol, static_cast<long long>(evals), err);
+          }
+    return 0;
+  }
+  return zem_bench::run(argc, argv, "d02");
+}
