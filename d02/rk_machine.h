@@ -179,7 +179,9 @@ template <class P, int N>
     const double e = combo<P::e, 0, P::s>(km, n);
     const double wt = std::max(th[m], 0.5 * (std::fabs(y0[m]) + std::fabs(yn)));
     const double r = std::fabs(h * e) / wt;
-    if (!(r <= err)) err = r;  // a NaN sticks
+    // r is +0, positive or NaN (wt > 0), so the first component's r is the
+    // maximum so far as it stands.
+    if (m == 0 || !(r <= err)) err = r;  // a NaN sticks
   }
   return err;
 }
@@ -194,8 +196,9 @@ template <class P, int N>
     const double *km = k0 + m;
     const double s = h * combo<P::stiff_d, 0, i>(km, n);
     const double d = km[i * n] - km[j * n];
-    dk += d * d;
-    dy += s * s;
+    // The sums begin with their first terms (0 + x = x for a square x).
+    dk = m == 0 ? d * d : dk + d * d;
+    dy = m == 0 ? s * s : dy + s * s;
   }
 }
 
@@ -228,11 +231,13 @@ template <int N>
 // handed to the driver (reverse communication) or the user asked to stop.
 // The callback machine counts its evaluations in a register and books them
 // once.
-template <class P, int N, bool Direct, bool Sec, class Eval>
-[[gnu::always_inline]] inline bool run_stages(int64_t *iw, int64_t n, int from, const double *y0, double *k0,
+// Fresh: from is 1 (a new attempt), known at compile time.
+template <class P, int N, bool Direct, bool Sec, bool Fresh, class Eval>
+[[gnu::always_inline]] inline bool run_stages(int64_t *iw, int64_t n, int from_, const double *y0, double *k0,
                                               double *ytmp, double h, double t0, rk_request &req, Eval &eval) {
+  const int from = Fresh ? 1 : from_;
   auto one = [&]<int I>(std::integral_constant<int, I>) ZEM_RK_INLINE -> bool {
-    if (I < from) return true;
+    if (!Fresh && I < from) return true;
     stage_point<P, I, N>(y0, k0, n, h, ytmp);
     int64_t status = 0;
     if constexpr (Direct) {
@@ -386,7 +391,12 @@ rk_event rk_run_n(const rk_state &st, rk_request &req, const Eval &eval_in, cons
 
       case ph_stages: {
         const double h = rw[rw_h];
-        if (!run_stages<P, N, Direct, false>(iw, n, from, y, k0, ytmp, h, rw[rw_t], req, eval)) return wait;
+        // The callback machine makes a whole attempt from its first stage
+        // (from = 1) except when it resumes one that the user stopped.
+        const bool in = Direct && from == 1
+                            ? run_stages<P, N, Direct, false, true>(iw, n, 1, y, k0, ytmp, h, rw[rw_t], req, eval)
+                            : run_stages<P, N, Direct, false, false>(iw, n, from, y, k0, ytmp, h, rw[rw_t], req, eval);
+        if (!in) return wait;
         // All stages: the estimate decides.
         const double err = finish_attempt<P, N>(y, k0, ytmp, thresh, n, h, ynew);
         const double tol = rw[rw_tol];
@@ -456,7 +466,7 @@ rk_event rk_run_n(const rk_state &st, rk_request &req, const Eval &eval_in, cons
         // Stiffness: the difference of two stages, compared in squares
         // (rw_lambda holds the square of the estimate).
         const double h = rw[rw_hlast];
-        double dk2 = 0.0, dy2 = 0.0;
+        double dk2 = 0.0, dy2 = 0.0;  // (set by the first component)
         stiff_sums<P, N>(k0, n, h, dk2, dy2);
         bool limited = false;
         if (dy2 * 1e20 >= dk2 && dy2 > 0.0) {
@@ -510,7 +520,7 @@ rk_event rk_run_n(const rk_state &st, rk_request &req, const Eval &eval_in, cons
       case ph_sec_stages: {
         const double hs = 0.5 * rw[rw_hlast];
         double *const ysec = sec(0), *const ypsec = sec(1), *const ysnew = sec(2), *const ksec = sec(4);
-        if (!run_stages<P, N, Direct, true>(iw, n, from, ysec, ksec, ytmp, hs, rw[rw_tsec], req, eval))
+        if (!run_stages<P, N, Direct, true, false>(iw, n, from, ysec, ksec, ytmp, hs, rw[rw_tsec], req, eval))
           return wait_ga;
         const double err = finish_attempt<P, N>(ysec, ksec, ytmp, thresh, n, hs, ysnew);
         if (!(err <= rw[rw_tol]) && !(err <= rw[rw_err])) {

@@ -52,8 +52,12 @@ STYLE = {
 # Evaluations per step of each solver (new evaluations: first-same-as-last
 # pairs reuse their last stage), and the peers of the same order.
 PER_STEP = {"zem_rk45": 7, "zem_rk78": 13, "boost_dopri5": 6, "boost_fehlberg78": 13, "gsl_rk8pd": 13,
-            "gsl_rkf45": 6}
-PEERS = {"zem_rk45": ["boost_dopri5", "gsl_rkf45"], "zem_rk78": ["boost_fehlberg78", "gsl_rk8pd"]}
+            "gsl_rkf45": 6, "zem_rk45_revcomm": 7, "zem_rk78_revcomm": 13}
+PEERS = {"zem_rk45": ["boost_dopri5", "gsl_rkf45"], "zem_rk78": ["boost_fehlberg78", "gsl_rk8pd"],
+         "zem_rk45_revcomm": ["boost_dopri5", "gsl_rkf45"], "zem_rk78_revcomm": ["boost_fehlberg78", "gsl_rk8pd"]}
+# The reverse-communication runs (d02pg, harmonic oscillator at 1e-12 only)
+# are for the overhead table, not for the work-precision tables.
+OVERHEAD_ONLY = ("zem_rk45_revcomm", "zem_rk78_revcomm")
 
 
 def medians(path):
@@ -74,7 +78,8 @@ def overhead(before_path, after_path):
     print("| solver | evaluations | us before | us after | ns per evaluation after | ns per step after "
           "| ratio per evaluation to the best peer of its order (before) |")
     print("|---|---|---|---|---|---|---|")
-    for s in ["zem_rk78", "boost_fehlberg78", "gsl_rk8pd", "zem_rk45", "boost_dopri5", "gsl_rkf45"]:
+    for s in ["zem_rk78", "zem_rk78_revcomm", "boost_fehlberg78", "gsl_rk8pd", "zem_rk45", "zem_rk45_revcomm",
+              "boost_dopri5", "gsl_rkf45"]:
         if s not in after:
             continue
         ev, us = after[s]
@@ -82,7 +87,8 @@ def overhead(before_path, after_path):
         if s in PEERS:
             best = min(per_eval[p] for p in PEERS[s] if p in after)
             best_b = min(1e3 * before[p][1] / before[p][0] for p in PEERS[s] if p in before)
-            ratio = f"{per_eval[s] / best:.2f} ({1e3 * before[s][1] / before[s][0] / best_b:.2f})"
+            was = f"{1e3 * before[s][1] / before[s][0] / best_b:.2f}" if s in before else "-"
+            ratio = f"{per_eval[s] / best:.2f} ({was})"
         ub = f"{before[s][1]:.1f}" if s in before else "-"
         print(f"| {s} | {ev} | {ub} | {us:.1f} | {per_eval[s]:.1f} | {per_eval[s] * PER_STEP[s]:.0f} | {ratio} |")
 
@@ -96,6 +102,8 @@ def load_rows(path):
         if repeated and b.get("aggregate_name") != "median":
             continue
         prob, solver, tol = b.get("run_name", b["name"]).split("/")[:3]
+        if solver in OVERHEAD_ONLY:
+            continue
         runs[prob][solver].append((float(tol), b["fevals"], b["error"], b["cpu_time"]))
     return runs
 
@@ -164,6 +172,8 @@ def main():
         if repeated and b.get("aggregate_name") != "median":
             continue
         prob, solver, tol = b.get("run_name", b["name"]).split("/")[:3]
+        if solver in OVERHEAD_ONLY:
+            continue
         runs[prob][solver].append((float(tol), b["fevals"], b["error"], b["cpu_time"], 1e3 * b["cpu_time"] / b["fevals"]))
     for prob, solvers in runs.items():
         fig, axes = plt.subplots(1, 2, figsize=(11, 4.2))

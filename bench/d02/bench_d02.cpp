@@ -18,6 +18,7 @@
 #include <array>
 #include <boost/numeric/odeint.hpp>
 #include <cmath>
+#include <cstdio>
 #include <fstream>
 #include <sstream>
 #include <string>
@@ -126,6 +127,28 @@ double run_zem(const problem &p, int method, double tol, int64_t &evals) {
   return error(p, y);
 }
 
+// The same through d02pg (reverse communication): every evaluation returns
+// to this loop.  Step by step to tend (harmonic oscillator only, for the
+// per-evaluation overhead table; not part of the work-precision tables).
+double run_zem_rc(const problem &p, int method, double tol, int64_t &evals) {
+  static const Zem_RK_method m[] = {Zem_RK_2_3, Zem_RK_4_5, Zem_RK_7_8};
+  int64_t iw[ZEM_D02P_LIWSAV], lrw = 1024, irevcm = 0;
+  double rw[1024], thresh[4] = {1e-3, 1e-3, 1e-3, 1e-3}, t = 0, y[4], yp[4], tnow = 0, ynow[4], ypnow[4];
+  Zem_Fail fail = ZEM_FAIL_INIT;
+  d02pqc(p.n, 0.0, p.tend, p.y0.data(), tol, thresh, m[method], Zem_ErrorAssess_off, 0.0, iw, rw, &lrw, &fail);
+  evals = 0;
+  for (;;) {
+    d02pgc(&irevcm, p.n, &t, y, yp, &tnow, ynow, ypnow, iw, rw, &fail);
+    if (irevcm != 0) {
+      ++evals;
+      p.f(t, y, yp);
+      continue;
+    }
+    if (tnow == p.tend || (fail.code != 0 && fail.code != NW_RK_TOO_MANY && fail.code != NE_STIFF_PROBLEM)) break;
+  }
+  return error(p, ynow);
+}
+
 // ---- GSL ---------------------------------------------------------------
 struct gsl_user {
   const problem *p;
@@ -206,6 +229,18 @@ void bench(benchmark::State &st, problem p, int s, double tol) {
   st.counters["tol"] = tol;
 }
 
+void bench_rc(benchmark::State &st, problem p, int s, double tol) {
+  int64_t evals = 0;
+  double err = 0;
+  for (auto _ : st) {
+    err = run_zem_rc(p, s, tol, evals);
+    benchmark::DoNotOptimize(err);
+  }
+  st.counters["fevals"] = static_cast<double>(evals);
+  st.counters["error"] = err;
+  st.counters["tol"] = tol;
+}
+
 // The low-order peers stop at 1e-8: below it they take millions of steps.
 const bool registered = [] {
   for (const problem &p : problems())
@@ -216,6 +251,12 @@ const bool registered = [] {
         const std::string name = std::string(p.name) + "/" + solver_names[s] + "/1e-" + std::to_string(k);
         benchmark::RegisterBenchmark(name.c_str(), bench, p, s, tol)->Unit(benchmark::kMicrosecond);
       }
+  for (const problem &p : problems())
+    if (std::string(p.name) == "harmonic")
+      for (int s : {zem45, zem78}) {
+        const std::string name = std::string("harmonic/") + solver_names[s] + "_revcomm/1e-12";
+        benchmark::RegisterBenchmark(name.c_str(), bench_rc, p, s, 1e-12)->Unit(benchmark::kMicrosecond);
+      }
   return true;
 }();
 
@@ -224,4 +265,27 @@ const bool registered = [] {
 // On the harness (nine interleaved repetitions unless told otherwise, JSON
 // in bench_d02.json); tools/bench.sh asks for three short ones, enough for
 // the evaluation counts, which do not vary, and for medians of the times.
-int main(int argc, char **argv) { return zem_bench::run(argc, argv, "d02"); }
+//
+//   bench_d02 --sweep=<problem>/<solver>
+// prints instead, for tol = 10^(-k/8), k = 24 .. 80, the evaluations and
+// the error at tend of one solver on one problem (how smoothly the error
+// follows tol; docs/benchmarks.md, d02 section).
+int main(int argc, char **argv) {
+  for (int i = 1; i < argc; ++i) {
+    const std::string a = argv[i];
+    if (a.rfind("--sweep=", 0) != 0) continue;
+    const std::string what = a.substr(8), prob = what.substr(0, what.find('/')),
+                      name = what.substr(what.find('/') + 1);
+    for (const problem &p : problems())
+      for (int s = 0; s < 8; ++s)
+        if (prob == p.name && name == solver_names[s])
+          for (int k = 24; k <= 80; ++k) {
+            const double tol = std::pow(10.0, -k / 8.0);
+            int64_t evals = 0;
+            const double err = run(p, s, tol, evals);
+            std::printf("%.3e %lld %.3e\n", tol, static_cast<long long>(evals), err);
+          }
+    return 0;
+  }
+  return zem_bench::run(argc, argv, "d02");
+}
