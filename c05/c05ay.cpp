@@ -60,9 +60,10 @@ ZEM_LAYER_INLINE void c05ayzn_(engine_data *en_data, double a, double fa, double
                            zem_routine f, c05ay_f_adaptor adaptor, double *x, int64_t *iuser, double *ruser,
                            char *errbuf, int64_t *ifail);
 
-ZEM_LAYER_INLINE void c05ayfn_(engine_data *en_data, const double *a, const double *b, const double *eps,
-                           const double *eta, zem_routine f, zem_routine, c05ay_f_adaptor adaptor, double *x,
-                           int64_t *iuser, double *ruser, char *errbuf, int64_t *ifail) {
+// The worker proper, for one adaptor (c05ayfn_ below picks it once per call).
+ZEM_LAYER_INLINE void c05ayyn_(engine_data *en_data, const double *a, const double *b, const double *eps,
+                               const double *eta, zem_routine f, c05ay_f_adaptor adaptor, double *x, int64_t *iuser,
+                               double *ruser, char *errbuf, int64_t *ifail) {
   *ifail = 0;
   if (0.0 >= *eps) return zem::fail(errbuf, ifail, 1, 1001, *eps);  // a NaN passes
   if (*a == *b) return zem::fail(errbuf, ifail, 1, 1002, *a, *b);
@@ -89,6 +90,13 @@ ZEM_LAYER_INLINE void c05ayfn_(engine_data *en_data, const double *a, const doub
   // c05az runs it from ind = -1 but with the state in registers rather than
   // in a state array (the same points, the same exits).
   return c05ayzn_(en_data, *a, fa, *b, fb, *eps, eta_v, f, adaptor, x, iuser, ruser, errbuf, ifail);
+}
+
+ZEM_LAYER_INLINE void c05ayfn_(engine_data *en_data, const double *a, const double *b, const double *eps,
+                               const double *eta, zem_routine f, zem_routine, c05ay_f_adaptor adaptor, double *x,
+                               int64_t *iuser, double *ruser, char *errbuf, int64_t *ifail) {
+  ZEM_WITH_KNOWN_ADAPTOR(c05ay, f, adaptor, known,
+                         c05ayyn_(en_data, a, b, eps, eta, f, known, x, iuser, ruser, errbuf, ifail));
 }
 
 ZEM_LAYER_INLINE void c05ayzn_(engine_data *en_data, double a, double fa, double b, double fb, double eps,

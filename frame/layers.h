@@ -247,3 +247,27 @@ inline void copy_back(T *p, const T &v) {
       return ZEM_CB_ON_COPIES(CBARGS, rtn##_##arg##_traced, adaptor, en_data, arg);                       \
     return rtn##f_marshal_##arg##h_(adaptor, en_data, arg ZEM_CB_NAMES(CBARGS));                         \
   }
+
+// A worker that loops over one callback runs its loop once per adaptor:
+//
+//   ZEM_WITH_KNOWN_ADAPTOR(c05ay, f, adaptor, known, c05ayyn_(..., known, ...));
+//
+// runs the statement with `known` the C adaptor, the Fortran adaptor (each
+// a constant) or, for any other, the adaptor given.  With the adaptor a
+// constant the marshal layer's choice between the two folds away, and the
+// loop keeps neither the adaptor nor its tests: the choice is made once per
+// call instead of once per evaluation, and the register it held is free
+// for the solver's state.  The statement is compiled three times, so this
+// is for the loop of a worker, not for one-off calls.
+namespace zem {
+template <auto C, auto F, typename Adaptor, typename Body>
+[[gnu::always_inline]] inline void with_known_adaptor(Adaptor adaptor, Body body) {
+  if (adaptor == C) return body(C);
+  if (adaptor == F) return body(F);
+  return body(adaptor);
+}
+}  // namespace zem
+
+#define ZEM_WITH_KNOWN_ADAPTOR(rtn, arg, adaptor, known, ...)                                              \
+  zem::with_known_adaptor<rtn##c_##arg##_helper, rtn##f_##arg##h_>(                                        \
+      adaptor, [&](rtn##_##arg##_adaptor known) __attribute__((always_inline)) { __VA_ARGS__; })
