@@ -167,11 +167,10 @@ template <bool Fma>
 // arguments come in any order.
 struct lgamma_lanes {
   static constexpr int classes = 5;
-  static int class_of(double x) {
-    static constexpr int by_band[4] = {4, 3, 2, 1};
+  [[gnu::always_inline]] static int class_of(double x) {
     const int band = (x > 1.5) + (x > 4.0) + (x > 12.0);
-    const bool outside = (band == 3 && !(x <= lgamma_x_series)) | (band == 0 && !(x >= 0.6796875));
-    return outside ? 0 : by_band[band];
+    const int inside = (x >= 0.6796875) & (x <= lgamma_x_series);  // 0 for a NaN
+    return (4 - band) & -inside;
   }
   static double checked(double x, int &code) { return lgamma_checked(x, code); }
   template <bool Fma>
@@ -224,7 +223,7 @@ struct lgamma_lanes {
 // about as many factors.
 struct gamma_lanes {
   static constexpr int classes = 2;
-  static int class_of(double x) { return x >= 1.0 && x <= gamma_x_max ? 1 : 0; }
+  [[gnu::always_inline]] static int class_of(double x) { return (x >= 1.0) & (x <= gamma_x_max); }
   static double checked(double x, int &code) { return gamma_checked(x, code); }
   static int factors(double x) { return static_cast<int>(std::floor(x)) - 1; }
   template <bool Fma>
@@ -281,24 +280,33 @@ template <class K, bool Fma>
     const double *xb = x + start;
     double *fb = f + start;
     int64_t *vb = ivalid + start;
+    // The classes first (compare and add only: the compiler takes the
+    // elements a vector at a time), then the lists of each class by one
+    // pass without branches: the counts of the classes are packed in one
+    // register, 12 bits each, so that an element's place in its list does
+    // not wait for a store of the previous element's count.
+    static_assert(K::classes <= 5 && block < 4096);
+    uint8_t cls_of[block];
+    for (int i = 0; i < len; ++i) cls_of[i] = static_cast<uint8_t>(K::class_of(xb[i]));
     int idx[K::classes][block];
-    int count[K::classes] = {};
+    int count[K::classes];
+    {
+      uint64_t packed = 0;
+      for (int i = 0; i < len; ++i) {
+        const unsigned shift = 12u * cls_of[i];
+        idx[cls_of[i]][(packed >> shift) & 0xfff] = i;
+        packed += uint64_t{1} << shift;
+      }
+      for (int c = 0; c < K::classes; ++c) count[c] = static_cast<int>((packed >> (12 * c)) & 0xfff);
+    }
     for (int i = 0; i < len; ++i) vb[i] = 0;
-    for (int i = 0; i < len; ++i) {
-      const int cls = K::class_of(xb[i]);
-      if (__builtin_expect(cls == 0, 0)) {
-        int code = 0;
-        fb[i] = K::checked(xb[i], code);
-        vb[i] = code;
-        any |= code != 0;
-      }
-      // Every list gets i in its next place, and the element's own list
-      // keeps it: no branch, and the counts stay in registers (an indexed
-      // count would make each element wait for the previous one's store).
-      for (int c = 1; c < K::classes; ++c) {
-        idx[c][count[c]] = i;
-        count[c] += cls == c;
-      }
+    // Class 0, element by element: the scalar routine with its checks.
+    for (int j = 0; j < count[0]; ++j) {
+      const int i = idx[0][j];
+      int code = 0;
+      fb[i] = K::checked(xb[i], code);
+      vb[i] = code;
+      any |= code != 0;
     }
     for (int cls = 1; cls < K::classes; ++cls) {
       int *list = idx[cls];
