@@ -319,7 +319,10 @@ struct gamma_lanes {
 // Fills f[i] and ivalid[i] for i < n; returns whether any element was bad.
 template <class K, bool Fma, class V = lanes4>
 [[gnu::always_inline]] inline bool vector_apply(int64_t n, const double *x, double *f, int64_t *ivalid) {
-  constexpr int block = 256;
+  // Long enough that the part-filled last vector of each class is rare
+  // (blocks of 256 cost s14ap 12% on arguments spread over (0.5, 30)); the
+  // lists take 20 KB of stack.
+  constexpr int block = 1024;
   bool any = false;
   for (int64_t start = 0; start < n; start += block) {
     const int len = static_cast<int>(n - start < block ? n - start : block);
