@@ -173,6 +173,24 @@ template <class Worker, class Layers>
   return layers();
 }
 
+// The same for a Fortran entry: with tracing off and status 0, ifail := 0
+// (all that f_entry::finish does on success, whatever the mode ifail
+// chose); otherwise layers() runs the whole Fortran entry, which reads the
+// mode from ifail and reports as every entry does.
+template <class Worker, class Layers>
+[[gnu::always_inline]] inline auto quick_f_entry(int64_t *ifail, Worker worker, Layers layers) {
+  int code = 0;
+  static_assert(noexcept(worker(code)), "the quick entry runs its worker outside the thunk's handler");
+  if (__builtin_expect(!trace_on(), 1)) {
+    const auto result = worker(code);
+    if (__builtin_expect(code == 0, 1)) {
+      *ifail = 0;
+      return result;
+    }
+  }
+  return layers();
+}
+
 class f_entry {
  public:
   engine_data en_data;

@@ -1,7 +1,8 @@
 // The shared body of the vectorised routines s14an (Gamma) and s14ap
 // (ln Gamma): elements are taken in blocks; each element is classed by its
-// argument, the common classes are gathered eight at a time (two vectors of
-// four, whose independent chains of operations overlap) and evaluated with
+// argument, the common classes are gathered two vectors at a time (whose
+// independent chains of operations overlap: four lanes each with AVX2, eight
+// for ln Gamma on processors with 512-bit vectors) and evaluated with
 // vector operations, one element per lane (branch-free within a class), and
 // every other element (bad arguments, NaN, the rare ranges) goes through
 // the scalar routine with its checks, its substitute value and its status
@@ -28,132 +29,177 @@
 
 namespace zem::s14 {
 
-// --- lane-wise error-free operations (lanes4: four elements) --------------
+// --- lane-wise error-free operations -------------------------------------
+//
+// On vectors V of W doubles: lanes4 (W = 4, AVX2) or lanes8 (W = 8,
+// AVX-512); every operation is element-wise, so that a lane computes what
+// the scalar kernel computes whatever the width.
 
-struct pair4 {
-  lanes4 hi{}, lo{};
+using lanes8 = double __attribute__((vector_size(64)));
+
+template <class V>
+inline constexpr int width_of = static_cast<int>(sizeof(V) / sizeof(double));
+
+// The integer vector of the same width.
+template <class V>
+struct bits_of;
+template <>
+struct bits_of<lanes4> {
+  using type = uint64_t __attribute__((vector_size(32)));
+};
+template <>
+struct bits_of<lanes8> {
+  using type = uint64_t __attribute__((vector_size(64)));
 };
 
-template <bool Fma>
-[[gnu::always_inline]] inline void split4(const lanes4 &a, lanes4 &hi, lanes4 &lo) {
-  const lanes4 c = 134217729.0 * a;
+template <class V>
+struct pairv {
+  V hi{}, lo{};
+};
+using pair4 = pairv<lanes4>;
+
+template <class V>
+[[gnu::always_inline]] inline void splitv(const V &a, V &hi, V &lo) {
+  const V c = 134217729.0 * a;
   hi = c - (c - a);
   lo = a - hi;
 }
 
 // a b = p.hi + p.lo exactly, lane by lane (two_prod of s14/eft.h).
-template <bool Fma>
-[[gnu::always_inline]] inline void two_prod4(const lanes4 &a, const lanes4 &b, pair4 &p) {
+template <bool Fma, class V>
+[[gnu::always_inline]] inline void two_prod4(const V &a, const V &b, pairv<V> &p) {
   p.hi = a * b;
-  p.lo = lanes4{};
+  p.lo = V{};
   if constexpr (Fma) {
-    for (int k = 0; k < 4; ++k) p.lo[k] = __builtin_fma(a[k], b[k], -p.hi[k]);
+    for (int k = 0; k < width_of<V>; ++k) p.lo[k] = __builtin_fma(a[k], b[k], -p.hi[k]);
   } else {
-    lanes4 ah{}, al{}, bh{}, bl{};
-    split4<Fma>(a, ah, al);
-    split4<Fma>(b, bh, bl);
+    V ah{}, al{}, bh{}, bl{};
+    splitv(a, ah, al);
+    splitv(b, bh, bl);
     p.lo = ((ah * bh - p.hi) + ah * bl + al * bh) + al * bl;
   }
 }
 
-[[gnu::always_inline]] inline void two_sum4(const lanes4 &a, const lanes4 &b, pair4 &s) {
+template <class V>
+[[gnu::always_inline]] inline void two_sum4(const V &a, const V &b, pairv<V> &s) {
   s.hi = a + b;
-  const lanes4 bb = s.hi - a;
+  const V bb = s.hi - a;
   s.lo = (a - (s.hi - bb)) + (b - bb);
 }
 
-[[gnu::always_inline]] inline void fast_two_sum4(const lanes4 &a, const lanes4 &b, pair4 &s) {
+template <class V>
+[[gnu::always_inline]] inline void fast_two_sum4(const V &a, const V &b, pairv<V> &s) {
   s.hi = a + b;
   s.lo = b - (s.hi - a);
 }
 
-// Every lane := v (through a reference: a 32-byte vector is never passed or
+// Every lane := v (through a reference: a vector is never passed or
 // returned by value).
-[[gnu::always_inline]] inline void set4(lanes4 &a, double v) { a = lanes4{v, v, v, v}; }
+template <class V>
+[[gnu::always_inline]] inline void set4(V &a, double v) {
+  if constexpr (width_of<V> == 4)
+    a = V{v, v, v, v};
+  else
+    // Formed as +0 + v, a broadcast operand of an addition: exact for every
+    // v set here (none is -0), and the eight-lane loop so compiled keeps its
+    // constants in the instructions instead of hoisting sixty broadcasts
+    // into spilled registers (the plain broadcast measured 20% slower).
+    a = V{} + v;
+}
 
 // --- ln Gamma, lane by lane -----------------------------------------------
 
 // log_table_pair of each lane.
-template <bool Fma>
-[[gnu::always_inline]] inline void log_table_pair4(const lanes4 &x, pair4 &l) {
+template <bool Fma, class V>
+[[gnu::always_inline]] inline void log_table_pair4(const V &x, pairv<V> &l) {
   // The exponent and the mantissa by integer vector operations (e as a
-  // double by the 2^52 trick: exact), the four table rows as four aligned
-  // loads, turned into columns.
-  using bits4 = uint64_t __attribute__((vector_size(32)));
-  using row4 = double __attribute__((vector_size(32), aligned(32), may_alias));
-  const bits4 bits = (bits4)x;  // a vector cast keeps the bits
-  const lanes4 e = (lanes4)((bits >> 52) | 0x4330000000000000ull) - (0x1p52 + 1023.0);
-  const lanes4 m = (lanes4)((bits & 0x000fffffffffffffull) | 0x3ff0000000000000ull);
-  const bits4 ib = (bits >> 45) & 127;
-  const lanes4 row[4] = {*reinterpret_cast<const row4 *>(log_table[ib[0]]),
-                         *reinterpret_cast<const row4 *>(log_table[ib[1]]),
-                         *reinterpret_cast<const row4 *>(log_table[ib[2]]),
-                         *reinterpret_cast<const row4 *>(log_table[ib[3]])};
-  const lanes4 lo01 = __builtin_shufflevector(row[0], row[1], 0, 4, 2, 6);  // c0 c1 tl0 tl1
-  const lanes4 hi01 = __builtin_shufflevector(row[0], row[1], 1, 5, 3, 7);  // th0 th1 - -
-  const lanes4 lo23 = __builtin_shufflevector(row[2], row[3], 0, 4, 2, 6);
-  const lanes4 hi23 = __builtin_shufflevector(row[2], row[3], 1, 5, 3, 7);
-  const lanes4 c = __builtin_shufflevector(lo01, lo23, 0, 1, 4, 5);
-  const lanes4 t_lo = __builtin_shufflevector(lo01, lo23, 2, 3, 6, 7);
-  const lanes4 t_hi = __builtin_shufflevector(hi01, hi23, 0, 1, 4, 5);
-  lanes4 r{};
-  if constexpr (Fma) {
-    for (int k = 0; k < 4; ++k) r[k] = __builtin_fma(m[k], c[k], -1.0);
+  // double by the 2^52 trick: exact); the table rows: four lanes as four
+  // aligned loads turned into columns, eight lane by lane.
+  using bitsv = typename bits_of<V>::type;
+  const bitsv bits = (bitsv)x;  // a vector cast keeps the bits
+  const V e = (V)((bits >> 52) | 0x4330000000000000ull) - (0x1p52 + 1023.0);
+  const V m = (V)((bits & 0x000fffffffffffffull) | 0x3ff0000000000000ull);
+  const bitsv ib = (bits >> 45) & 127;
+  V c{}, t_lo{}, t_hi{};
+  if constexpr (width_of<V> == 4) {
+    using row4 = double __attribute__((vector_size(32), aligned(32), may_alias));
+    const lanes4 row[4] = {*reinterpret_cast<const row4 *>(log_table[ib[0]]),
+                           *reinterpret_cast<const row4 *>(log_table[ib[1]]),
+                           *reinterpret_cast<const row4 *>(log_table[ib[2]]),
+                           *reinterpret_cast<const row4 *>(log_table[ib[3]])};
+    const lanes4 lo01 = __builtin_shufflevector(row[0], row[1], 0, 4, 2, 6);  // c0 c1 tl0 tl1
+    const lanes4 hi01 = __builtin_shufflevector(row[0], row[1], 1, 5, 3, 7);  // th0 th1 - -
+    const lanes4 lo23 = __builtin_shufflevector(row[2], row[3], 0, 4, 2, 6);
+    const lanes4 hi23 = __builtin_shufflevector(row[2], row[3], 1, 5, 3, 7);
+    c = __builtin_shufflevector(lo01, lo23, 0, 1, 4, 5);
+    t_lo = __builtin_shufflevector(lo01, lo23, 2, 3, 6, 7);
+    t_hi = __builtin_shufflevector(hi01, hi23, 0, 1, 4, 5);
   } else {
-    pair4 p;
+    for (int k = 0; k < width_of<V>; ++k) {
+      const double *row = log_table[ib[k]];
+      c[k] = row[0];
+      t_hi[k] = row[1];
+      t_lo[k] = row[2];
+    }
+  }
+  V r{};
+  if constexpr (Fma) {
+    for (int k = 0; k < width_of<V>; ++k) r[k] = __builtin_fma(m[k], c[k], -1.0);
+  } else {
+    pairv<V> p;
     two_prod4<false>(m, c, p);
     r = (p.hi - 1.0) + p.lo;
   }
-  pair4 b;
+  pairv<V> b;
   fast_two_sum4(e * log_ln2_hi + t_hi, r, b);
-  const lanes4 r2 = r * r;
-  const lanes4 q = (-0.5 + r * (1.0 / 3.0)) + r2 * ((-0.25 + r * 0.2) + r2 * (-1.0 / 6.0));
+  const V r2 = r * r;
+  const V q = (-0.5 + r * (1.0 / 3.0)) + r2 * ((-0.25 + r * 0.2) + r2 * (-1.0 / 6.0));
   l.hi = b.hi;
   l.lo = b.lo + ((t_lo + e * log_ln2_lo) + r2 * q);
 }
 
 // rational_pair of each lane: the four parts one after another, each with
 // the operations of its lane in the scalar kernel.
-template <bool Fma>
-[[gnu::always_inline]] inline void rational_pair4(const rational_lanes &t, const lanes4 &z, pair4 &y) {
-  pair4 z2;
+template <bool Fma, class V>
+[[gnu::always_inline]] inline void rational_pair4(const rational_lanes &t, const V &z, pairv<V> &y) {
+  pairv<V> z2;
   two_prod4<Fma>(z, z, z2);
-  const lanes4 zz = z2.hi, zl = z2.lo;
-  lanes4 s[4] = {}, err[4] = {};
+  const V zz = z2.hi, zl = z2.lo;
+  V s[4] = {}, err[4] = {};
   for (int j = 0; j < 4; ++j) {
     set4(s[j], t.c[0][j]);
-    err[j] = lanes4{};
+    err[j] = V{};
   }
   for (int i = 1; i < 5; ++i)
     for (int j = 0; j < 4; ++j) {
-      pair4 p;
+      pairv<V> p;
       two_prod4<Fma>(s[j], zz, p);
-      lanes4 c{};
+      V c{};
       set4(c, t.c[i][j]);
-      const lanes4 u = p.hi + c;
-      const lanes4 v = u - p.hi;
-      const lanes4 se = (p.hi - (u - v)) + (c - v);
+      const V u = p.hi + c;
+      const V v = u - p.hi;
+      const V se = (p.hi - (u - v)) + (c - v);
       err[j] = err[j] * zz + ((p.lo + se) + s[j] * zl);
       s[j] = u;
     }
   // N = Ne + z No (parts 0, 1), Q = Qe + z Qo (parts 2, 3).
-  lanes4 hi[2] = {}, lo[2] = {};
+  V hi[2] = {}, lo[2] = {};
   for (int j = 0; j < 2; ++j) {
-    const lanes4 &eh = s[2 * j], &oh = s[2 * j + 1], &el = err[2 * j], &ol = err[2 * j + 1];
-    pair4 a;
+    const V &eh = s[2 * j], &oh = s[2 * j + 1], &el = err[2 * j], &ol = err[2 * j + 1];
+    pairv<V> a;
     two_prod4<Fma>(oh, z, a);
-    const lanes4 sum = eh + a.hi;
-    const lanes4 bb = sum - eh;
+    const V sum = eh + a.hi;
+    const V bb = sum - eh;
     hi[j] = sum;
     lo[j] = ((eh - (sum - bb)) + (a.hi - bb) + a.lo) + (el + z * ol);
   }
-  const lanes4 iq = 1.0 / hi[1];
-  const lanes4 yh = hi[0] * iq;
-  lanes4 rem{};
+  const V iq = 1.0 / hi[1];
+  const V yh = hi[0] * iq;
+  V rem{};
   if constexpr (Fma) {
-    for (int k = 0; k < 4; ++k) rem[k] = __builtin_fma(-yh[k], hi[1][k], hi[0][k]);
+    for (int k = 0; k < width_of<V>; ++k) rem[k] = __builtin_fma(-yh[k], hi[1][k], hi[0][k]);
   } else {
-    pair4 yq;
+    pairv<V> yq;
     two_prod4<false>(yh, hi[1], yq);
     rem = (hi[0] - yq.hi) - yq.lo;
   }
@@ -167,45 +213,44 @@ template <bool Fma>
 // arguments come in any order.
 struct lgamma_lanes {
   static constexpr int classes = 5;
-  static int class_of(double x) {
-    static constexpr int by_band[4] = {4, 3, 2, 1};
+  [[gnu::always_inline]] static int class_of(double x) {
     const int band = (x > 1.5) + (x > 4.0) + (x > 12.0);
-    const bool outside = (band == 3 && !(x <= lgamma_x_series)) | (band == 0 && !(x >= 0.6796875));
-    return outside ? 0 : by_band[band];
+    const int inside = (x >= 0.6796875) & (x <= lgamma_x_series);  // 0 for a NaN
+    return (4 - band) & -inside;
   }
   static double checked(double x, int &code) { return lgamma_checked(x, code); }
-  template <bool Fma>
-  [[gnu::always_inline]] static void lanes(int cls, const lanes4 &x, lanes4 &f) {
+  template <bool Fma, class V>
+  [[gnu::always_inline]] static void lanes(int cls, const V &x, V &f) {
     if (cls == 1) {
-      pair4 l;
+      pairv<V> l;
       log_table_pair4<Fma>(x, l);
-      const lanes4 inv = 1.0 / x;
-      const lanes4 w = inv * inv;
-      const lanes4 w2 = w * w;
-      const lanes4 lo = (lg_c[5] + w * lg_c[4]) + w2 * (lg_c[3] + w * lg_c[2]);
-      const lanes4 hi = (lg_c[1] + w * lg_c[0]) + w2 * lg_c[6];
-      const lanes4 res = (lo + (w2 * w2) * hi) * inv;
-      const lanes4 rest = (0.9189385332046728 - 0.5 * l.hi) + res;
-      pair4 p, s;
+      const V inv = 1.0 / x;
+      const V w = inv * inv;
+      const V w2 = w * w;
+      const V lo = (lg_c[5] + w * lg_c[4]) + w2 * (lg_c[3] + w * lg_c[2]);
+      const V hi = (lg_c[1] + w * lg_c[0]) + w2 * lg_c[6];
+      const V res = (lo + (w2 * w2) * hi) * inv;
+      const V rest = (0.9189385332046728 - 0.5 * l.hi) + res;
+      pairv<V> p, s;
       two_prod4<Fma>(x, l.hi, p);
       fast_two_sum4(p.hi, -x, s);
       f = s.hi + (s.lo + (p.lo + (x - 0.5) * l.lo + rest));
     } else if (cls == 2) {
-      pair4 y, s;
-      lanes4 d{};
+      pairv<V> y, s;
+      V d{};
       set4(d, lg_d4);
       rational_pair4<Fma>(lg_lanes4, x - 4.0, y);
       two_sum4(d, y.hi, s);
       f = s.hi + (s.lo + y.lo);
     } else {
       // ln Gamma(2 + z) and ln Gamma(1 + z) alike: z (d + y).
-      const lanes4 z = cls == 3 ? x - 2.0 : (x - 0.5) - 0.5;
-      pair4 y, s, p;
-      lanes4 d{};
+      const V z = cls == 3 ? x - 2.0 : (x - 0.5) - 0.5;
+      pairv<V> y, s, p;
+      V d{};
       set4(d, cls == 3 ? lg_d2 : lg_d1);
       rational_pair4<Fma>(cls == 3 ? lg_lanes2 : lg_lanes1, z, y);
       two_sum4(d, y.hi, s);
-      const lanes4 lo = s.lo + y.lo;
+      const V lo = s.lo + y.lo;
       two_prod4<Fma>(s.hi, z, p);
       f = p.hi + (p.lo + lo * z);
     }
@@ -224,7 +269,7 @@ struct lgamma_lanes {
 // about as many factors.
 struct gamma_lanes {
   static constexpr int classes = 2;
-  static int class_of(double x) { return x >= 1.0 && x <= gamma_x_max ? 1 : 0; }
+  [[gnu::always_inline]] static int class_of(double x) { return (x >= 1.0) & (x <= gamma_x_max); }
   static double checked(double x, int &code) { return gamma_checked(x, code); }
   static int factors(double x) { return static_cast<int>(std::floor(x)) - 1; }
   template <bool Fma>
@@ -272,33 +317,45 @@ struct gamma_lanes {
 // --- the blocked loop ------------------------------------------------------
 
 // Fills f[i] and ivalid[i] for i < n; returns whether any element was bad.
-template <class K, bool Fma>
+template <class K, bool Fma, class V = lanes4>
 [[gnu::always_inline]] inline bool vector_apply(int64_t n, const double *x, double *f, int64_t *ivalid) {
-  constexpr int block = 256;
+  // Long enough that the part-filled last vector of each class is rare
+  // (blocks of 256 cost s14ap 12% on arguments spread over (0.5, 30)); the
+  // lists take 20 KB of stack.
+  constexpr int block = 1024;
   bool any = false;
   for (int64_t start = 0; start < n; start += block) {
     const int len = static_cast<int>(n - start < block ? n - start : block);
     const double *xb = x + start;
     double *fb = f + start;
     int64_t *vb = ivalid + start;
+    // The classes first (compare and add only: the compiler takes the
+    // elements a vector at a time), then the lists of each class by one
+    // pass without branches: the counts of the classes are packed in one
+    // register, 12 bits each, so that an element's place in its list does
+    // not wait for a store of the previous element's count.
+    static_assert(K::classes <= 5 && block < 4096);
+    uint8_t cls_of[block];
+    for (int i = 0; i < len; ++i) cls_of[i] = static_cast<uint8_t>(K::class_of(xb[i]));
     int idx[K::classes][block];
-    int count[K::classes] = {};
+    int count[K::classes];
+    {
+      uint64_t packed = 0;
+      for (int i = 0; i < len; ++i) {
+        const unsigned shift = 12u * cls_of[i];
+        idx[cls_of[i]][(packed >> shift) & 0xfff] = i;
+        packed += uint64_t{1} << shift;
+      }
+      for (int c = 0; c < K::classes; ++c) count[c] = static_cast<int>((packed >> (12 * c)) & 0xfff);
+    }
     for (int i = 0; i < len; ++i) vb[i] = 0;
-    for (int i = 0; i < len; ++i) {
-      const int cls = K::class_of(xb[i]);
-      if (__builtin_expect(cls == 0, 0)) {
-        int code = 0;
-        fb[i] = K::checked(xb[i], code);
-        vb[i] = code;
-        any |= code != 0;
-      }
-      // Every list gets i in its next place, and the element's own list
-      // keeps it: no branch, and the counts stay in registers (an indexed
-      // count would make each element wait for the previous one's store).
-      for (int c = 1; c < K::classes; ++c) {
-        idx[c][count[c]] = i;
-        count[c] += cls == c;
-      }
+    // Class 0, element by element: the scalar routine with its checks.
+    for (int j = 0; j < count[0]; ++j) {
+      const int i = idx[0][j];
+      int code = 0;
+      fb[i] = K::checked(xb[i], code);
+      vb[i] = code;
+      any |= code != 0;
     }
     for (int cls = 1; cls < K::classes; ++cls) {
       int *list = idx[cls];
@@ -312,19 +369,20 @@ template <class K, bool Fma>
         for (int j = 0; j < cnt; ++j) sorted[hist[K::factors(xb[list[j]])]++] = list[j];
         for (int j = 0; j < cnt; ++j) list[j] = sorted[j];
       }
+      constexpr int w = width_of<V>;
       int j = 0;
-      for (; j + 8 <= cnt; j += 8) {
-        lanes4 xv0, xv1, fv0, fv1;
-        for (int k = 0; k < 4; ++k) xv0[k] = xb[list[j + k]];
-        for (int k = 0; k < 4; ++k) xv1[k] = xb[list[j + 4 + k]];
+      for (; j + 2 * w <= cnt; j += 2 * w) {
+        V xv0, xv1, fv0, fv1;
+        for (int k = 0; k < w; ++k) xv0[k] = xb[list[j + k]];
+        for (int k = 0; k < w; ++k) xv1[k] = xb[list[j + w + k]];
         K::template lanes<Fma>(cls, xv0, fv0);
         K::template lanes<Fma>(cls, xv1, fv1);
-        for (int k = 0; k < 4; ++k) fb[list[j + k]] = fv0[k];
-        for (int k = 0; k < 4; ++k) fb[list[j + 4 + k]] = fv1[k];
+        for (int k = 0; k < w; ++k) fb[list[j + k]] = fv0[k];
+        for (int k = 0; k < w; ++k) fb[list[j + w + k]] = fv1[k];
       }
-      for (; j < cnt; j += 4) {
-        const int used = cnt - j < 4 ? cnt - j : 4;
-        lanes4 xv{}, fv{};
+      for (; j < cnt; j += w) {
+        const int used = cnt - j < w ? cnt - j : w;
+        V xv{}, fv{};
         set4(xv, K::filler(cls));
         for (int k = 0; k < used; ++k) xv[k] = xb[list[j + k]];
         K::template lanes<Fma>(cls, xv, fv);

@@ -53,15 +53,15 @@ ZEM_LAYER_INLINE void s14aafn_(engine_data *, const double *x, double *result, c
   if (__builtin_expect(code != 0, 0)) fail_s14aa(errbuf, ifail, code, *x);
 }
 
-ZEM_API double s14aaf_(const double *x, int64_t *ifail) {
+namespace {
+
+[[gnu::noinline]] double s14aaf_layers(const double *x, int64_t *ifail) {
   zem::f_entry call("s14aaf", s14aa_messages);
   double result = 0.0;
   s14aaft_(&call.en_data, x, &result, call.errbuf, &call.status);
   call.finish(ifail);
   return result;
 }
-
-namespace {
 
 [[gnu::noinline]] double s14aac_layers(double x, Zem_Fail *fail) {
   zem::c_entry call("s14aac", s14aa_messages, fail);
@@ -74,6 +74,12 @@ namespace {
 }  // namespace
 
 // Every call that succeeds skips the layers (frame/entry.h).
+ZEM_API double s14aaf_(const double *x, int64_t *ifail) {
+  return zem::quick_f_entry(
+      ifail, [x](int &code) noexcept { return zem::s14::gamma_checked(*x, code); },
+      [x, ifail] { return s14aaf_layers(x, ifail); });
+}
+
 ZEM_API double s14aac(double x, Zem_Fail *fail) {
   return zem::quick_c_entry(
       fail, "s14aac", [x](int &code) noexcept { return zem::s14::gamma_checked(x, code); },

@@ -33,15 +33,15 @@ ZEM_LAYER_INLINE void s14abfn_(engine_data *, const double *x, double *result, c
   if (__builtin_expect(code != 0, 0)) fail_s14ab(errbuf, ifail, code, *x);
 }
 
-ZEM_API double s14abf_(const double *x, int64_t *ifail) {
+namespace {
+
+[[gnu::noinline]] double s14abf_layers(const double *x, int64_t *ifail) {
   zem::f_entry call("s14abf", s14ab_messages);
   double result = 0.0;
   s14abft_(&call.en_data, x, &result, call.errbuf, &call.status);
   call.finish(ifail);
   return result;
 }
-
-namespace {
 
 [[gnu::noinline]] double s14abc_layers(double x, Zem_Fail *fail) {
   zem::c_entry call("s14abc", s14ab_messages, fail);
@@ -54,6 +54,12 @@ namespace {
 }  // namespace
 
 // Every call that succeeds skips the layers (frame/entry.h).
+ZEM_API double s14abf_(const double *x, int64_t *ifail) {
+  return zem::quick_f_entry(
+      ifail, [x](int &code) noexcept { return zem::s14::lgamma_checked(*x, code); },
+      [x, ifail] { return s14abf_layers(x, ifail); });
+}
+
 ZEM_API double s14abc(double x, Zem_Fail *fail) {
   return zem::quick_c_entry(
       fail, "s14abc", [x](int &code) noexcept { return zem::s14::lgamma_checked(x, code); },

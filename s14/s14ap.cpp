@@ -1,6 +1,6 @@
 // s14ap: ln Gamma of each element of a vector, with the checks and substitute
 // values of s14ab element by element; the common classes of arguments are
-// evaluated four at a time with vector operations (the loop shared with
+// evaluated a vector of four or eight at a time (the loop shared with
 // s14an, s14/gamma_vector.h), each element bit for bit what s14ab gives.  A bad
 // element is reported in ivalid and the loop goes on.
 #include "s14/s14ap.h"

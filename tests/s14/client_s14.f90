@@ -19,6 +19,26 @@ program client_s14
   ifail = -1
   y = s14abf(3.0e305_real64, ifail)
   write (*, '(a,es24.16e3,a,i0)') 's14abf =', y, '  ifail ', ifail
+  ! A success right after a failure, in each mode that returns: ifail 0,
+  ! the value, no message.
+  ifail = 1
+  y = s14abf(0.0_real64, ifail)
+  write (*, '(a,es24.16e3,a,i0)') 's14abf quiet =', y, '  ifail ', ifail
+  ifail = 1
+  y = s14abf(3.0_real64, ifail)
+  write (*, '(a,es24.16e3,a,i0)') 's14abf quiet =', y, '  ifail ', ifail
+  ifail = -1
+  y = s14aaf(-3.0_real64, ifail)
+  write (*, '(a,es24.16e3,a,i0)') 's14aaf =', y, '  ifail ', ifail
+  ifail = -1
+  y = s14aaf(5.0_real64, ifail)
+  write (*, '(a,es24.16e3,a,i0)') 's14aaf =', y, '  ifail ', ifail
+  ifail = 0
+  y = s14aaf(0.5_real64, ifail)
+  write (*, '(a,es24.16e3,a,i0)') 's14aaf hard =', y, '  ifail ', ifail
+  ifail = 0
+  y = s14abf(10.0_real64, ifail)
+  write (*, '(a,es24.16e3,a,i0)') 's14abf hard =', y, '  ifail ', ifail
   ifail = -1
   call s14anf(5_int64, xs, f, ivalid, ifail)
   write (*, '(a,i0,a,5(1x,i0))') 's14anf ifail ', ifail, ' ivalid', ivalid

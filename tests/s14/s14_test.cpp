@@ -170,10 +170,11 @@ TEST(S14anAp, ElementsAsScalarsIvalidPerElement) {
   }
 }
 
-// The vector routines evaluate their common classes eight elements at a time
-// and the rest of a class four at a time (s14/gamma_vector.h): every element still equals the scalar routine's
-// value, bit for bit, wherever it falls in a group, over the tables and a
-// spread of arguments in random order.
+// The vector routines evaluate their common classes two vectors at a time
+// (four or eight lanes each, by the processor and ZEM_ISA) and the rest of a
+// class one vector at a time (s14/gamma_vector.h): every element still equals
+// the scalar routine's value, bit for bit, wherever it falls in a group, over
+// the tables and a spread of arguments in random order.
 TEST(S14anAp, VectorLanesEqualScalars) {
   std::vector<double> x;
   for (const char *name : {"s14aa_reference.txt", "s14ab_reference.txt"})
