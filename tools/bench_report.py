@@ -31,6 +31,13 @@ sets give, between
     <!-- bench-isa:<chapter>:<group> begin -->  ...  <!-- bench-isa:<chapter>:<group> end -->
 a table of that group with a row per set (avx512, avx2, baseline), and each
 contender's median time per item.
+A sentence that needs one figure holds it between
+    <!-- bench-value:<chapter>:<group>/<contender> -->  ...  <!-- /bench-value -->
+(the median time per item of that contender) or
+    <!-- bench-ratio:<chapter>:<group>/<contender> | <group>/<contender> -->  ...  <!-- /bench-ratio -->
+(the first's median over the second's, two decimals: a routine against a
+baseline that the table's ratio column, always to ours, does not give);
+a rerun rewrites it like a table.
 Sections of chapters not in the files are left as they are, so figures are
 only ever replaced by a rerun.  With --check nothing is written: the script
 fails when a page shows figures other than those the files give (that the
@@ -213,6 +220,38 @@ def isa_table(group, runs):
     return lines
 
 
+# One figure inside a sentence:
+#   <!-- bench-value:<chapter>:<group>/<contender> -->...<!-- /bench-value -->
+#   <!-- bench-ratio:<chapter>:<group>/<contender> | <group>/<contender> -->...<!-- /bench-ratio -->
+VALUE_MARK = re.compile(r"(<!-- bench-(value|ratio):([^:]+):(.+?) -->).*?(<!-- /bench-\2 -->)", re.S)
+
+
+def median_of(by_chapter, chapter, name):
+    """The median time per item of "<group>/<contender>" in the chapter's files, or None."""
+    group, _, contender = name.strip().rpartition("/")
+    for _, _, groups in by_chapter.get(chapter, []):
+        for n, times, _ in groups.get(group, []):
+            if n == contender and times:
+                return statistics.median(times)
+    return None
+
+
+def fill_values(text, by_chapter):
+    """The figures of the bench-value and bench-ratio markers of a page's
+    text whose chapter was measured; a name the files lack is an error
+    (a figure a rerun could not rewrite)."""
+    def one(m):
+        kind, chapter, names = m.group(2), m.group(3), m.group(4)
+        if chapter not in by_chapter:
+            return m.group(0)
+        meds = [median_of(by_chapter, chapter, n) for n in names.split(" | ")]
+        if None in meds or len(meds) != (1 if kind == "value" else 2):
+            raise SystemExit(f"bench_report.py: {m.group(1)}: no such benchmark in the files of {chapter}")
+        figure = fmt_time(meds[0]) if kind == "value" else f"{meds[0] / meds[1]:.2f}"
+        return m.group(1) + figure + m.group(5)
+    return VALUE_MARK.sub(one, text)
+
+
 def fill_pages(docs, by_chapter, by_isa=None, check=False):
     """Replaces the group sections of the pages other than benchmarks.md
     whose chapter was measured; returns the pages changed (with check, the
@@ -270,6 +309,7 @@ def fill_pages(docs, by_chapter, by_isa=None, check=False):
                              + ["", f"<!-- bench-isa:{chapter}:{group} end -->"])
 
         new = SUMMARY_MARK.sub(summed, ISA_MARK.sub(isa, GROUPS_MARK.sub(many, GROUP_MARK.sub(one, text))))
+        new = fill_values(new, by_chapter)
         if new != text:
             if not check:
                 page.write_text(new, encoding="utf-8")
@@ -350,6 +390,7 @@ def main():
         if not args.check:
             print(f"{chapter}: {sum(len(g) for _, _, g in files)} groups -> {page}"
                   + (f", figures/bench-{chapter}.png" if chart else ""))
+    text = fill_values(text, by_chapter)
     if args.check:
         stale = ([page.name] if text != before else []) + fill_pages(docs, by_chapter, by_isa, check=True)
         if stale:

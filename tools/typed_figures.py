@@ -6,8 +6,9 @@ the benchmarks would contradict them without anyone noticing.
 
 The published timings are the generated ones: the tables between the
 markers that tools/bench_report.py, tools/doc_tables.py and the chapters'
-report scripts fill (<!-- <key> begin --> ... <!-- <key> end -->), which a
-rerun rewrites.  Prose outside them says what a table shows in words
+report scripts fill (<!-- <key> begin --> ... <!-- <key> end -->), and the
+single figures of tools/bench_report.py's bench-value and bench-ratio
+markers inside a sentence, which a rerun rewrites.  Prose outside them says what a table shows in words
 ("the ratio column above"); an A/B comparison of two versions of the code
 keeps its lesson in words and leaves its numbers to the history.  This
 script reads every page of docs/ (subfolders too), leaves out the
@@ -20,7 +21,11 @@ paragraph into one text and looks for
   - a percentage of the time or cost ("2-7% of this solve", "30 % in the
     look-ups", "a fifth of its time" is words and passes);
   - a load average ("load average 12", "load below 2", "load about 9");
-  - a count of instructions (callgrind).
+  - a count of instructions (callgrind);
+  - a number before "before" or "after", or beside another in brackets
+    ("391 before, 326 after", "0.86 (1.03)", "(123 against 108)");
+and a bench-value or bench-ratio marker at the start of a line (Markdown
+would take it for a raw HTML block and cut the sentence there).
 Each finding is printed as page:line: the words around the figure, and
 the script fails.  A figure that may stay (a stated target, a fact of the
 machine, a count fixed by the algorithm) is listed in the allow-list
@@ -72,11 +77,12 @@ FENCE = re.compile(r"^\s*(```|~~~)")
 
 
 def paragraphs(text):
-    """The prose of a page: (first line number, [(line number, text)]) per
+    """The prose of a page: a list [(line number, text)] per
     paragraph, without generated sections, fenced or indented code, inline
     code and HTML comments."""
     para, out, inside, fence = [], [], None, None
-    lines = text.splitlines()
+    # A figure that tools/bench_report.py writes inside a sentence is generated.
+    text = re.sub(r"<!-- bench-(value|ratio):[^>]*-->.*?<!-- /bench-\1 -->", "``", text)
     # An HTML comment may span lines: blank it out, keeping the line count.
     text = re.sub(r"<!--(?! [^>]+? (?:begin|end) -->).*?-->",
                   lambda m: "\n" * m.group(0).count("\n"), text, flags=re.S)
@@ -115,6 +121,12 @@ def paragraphs(text):
 def findings(text):
     """The typed figures of a page's text: [(line, rule, matched text, context, paragraph, start, end)]."""
     found = []
+    # A bench-value or bench-ratio marker that opens a line would open a raw
+    # HTML block in Markdown and cut its sentence in two: it goes inside the line.
+    for n, line in enumerate(text.splitlines(), 1):
+        m = re.match(r"\s*(<!-- bench-(?:value|ratio):.*?-->)", line)
+        if m:
+            found.append((n, "marker at the start of a line", m.group(1), line.strip(), line, 0, 0))
     for para in paragraphs(text):
         joined, starts = "", []
         for n, line in para:

@@ -9,7 +9,7 @@
 //                   run as a process of its own;
 //   glpsol_process  `glpsol --check --mps file` run as a process.
 // For the two processes the time is the child's CPU time (user + system,
-// from wait4) and the counter peak_rss_kb its peak resident set size
+// from wait4) and the counter zem_peak_rss_kb its peak resident set size
 // (ru_maxrss): process start and library loading are counted for both.
 // glpsol must be on the PATH (Debian's glpk-utils; bench set-up only).
 #include <cstdio>
@@ -78,7 +78,7 @@ void add_process(const char *contender, std::vector<std::string> args) {
                                    state.SetIterationTime(u.cpu_seconds);
                                    if (u.peak_rss_kb > peak) peak = u.peak_rss_kb;
                                  }
-                                 state.counters["peak_rss_kb"] = peak;
+                                 state.counters["zem_peak_rss_kb"] = peak;
                                  state.counters["items"] = 1;
                                })
       ->UseManualTime()

@@ -10,7 +10,9 @@ routine page's table of one group (bench-group markers), and its table of
 the groups of a prefix, a row a group (bench-groups markers), likewise; and
 the groups of a prefix summed up (bench-summary markers); runs with the
 instruction set forced (context zem_isa) kept out of the chapter's section
-and shown as a row per set, widest first (bench-isa markers); and --check,
+and shown as a row per set, widest first (bench-isa markers); one median
+and one ratio of two inside a sentence (bench-value, bench-ratio), a name
+the files lack refused; and --check,
 which passes the pages just written and fails on the figures of another run.
   bench_report_check.py <tools/bench_report.py> <scratch dir>
 """
@@ -43,7 +45,9 @@ bench = {"context": {"date": "2026-01-01", "num_cpus": 2, "mhz_per_cpu": 2000, "
              "family_index": 2, "cpu_time": t, "time_unit": "ms", "items": 1.0} for t in (1, 2, 3)]}
 (scratch / "bench_x99.json").write_text(json.dumps(bench).replace("NaN", "NaN"))
 page = scratch / "benchmarks.md"
-page.write_text("# Benchmarks\n\nbefore\n\n<!-- bench-report:x99 begin -->\nstale 123 ns\n"
+VALUES = ("ours: <!-- bench-value:x99:x99 1/x/ours -->{}<!-- /bench-value -->, the peer over it: "
+          "<!-- bench-ratio:x99:x99 1/sqrt(x)/peer | x99 1/x/ours -->{}<!-- /bench-ratio -->.")
+page.write_text("# Benchmarks\n\nbefore " + VALUES.format("9 ns", "") + "\n\n<!-- bench-report:x99 begin -->\nstale 123 ns\n"
                 "<!-- bench-report:x99 end -->\n\nafter\n")
 # The same group with the instruction set forced, one file per set.
 for isa, times in (("avx512", [4, 5, 6]), ("baseline", [70, 80, 90])):
@@ -56,7 +60,7 @@ routine.write_text("# x99aa\n\n<!-- bench-group:x99:x99 1/sqrt(x) begin -->\nsta
                    "<!-- bench-groups:x99:x99 1/ begin -->\nstale\n<!-- bench-groups:x99:x99 1/ end -->\n\n"
                    "<!-- bench-summary:x99:x99 1/ begin -->\nstale\n<!-- bench-summary:x99:x99 1/ end -->\n\n"
                    "<!-- bench-isa:x99:x99 1/sqrt(x) begin -->\nstale\n<!-- bench-isa:x99:x99 1/sqrt(x) end -->\n"
-                   "\nend\n")
+                   "\n" + VALUES.format("", "0.5") + "\nend\n")
 for _ in range(2):  # a rerun replaces the section it wrote
     subprocess.run([sys.executable, str(script), "--docs", str(scratch), "--no-charts",
                     str(scratch / "bench_x99_isa_baseline.json"), str(scratch / "bench_x99.json"),
@@ -67,6 +71,8 @@ expected = ["**x99 1/sqrt(x)**", "| ours | 10 ns |", "| peer | 25 ns |", "| 2.50
             "Added to its file in the same session: R 9.9, lm."]
 missing = [e for e in expected if e not in text]
 problems = missing + [bad for bad in ("stale", "min_time", "nan", "## x99", "isa", "kernel set", "80 ns") if bad in text]
+if VALUES.format("10 ns", "2.50") not in text or VALUES.format("10 ns", "2.50") not in routine.read_text():
+    problems.append("the bench-value and bench-ratio figures")
 if text.count("bench-report:x99 begin") != 1 or not text.startswith("# Benchmarks\n\nbefore") \
         or not text.rstrip().endswith("after"):
     problems.append("the text around the section changed")
@@ -92,6 +98,11 @@ if subprocess.run(check + files, capture_output=True).returncode == 0:
     problems.append("--check accepts figures of another run")
 if page.read_text() != text or routine.read_text() != own:
     problems.append("--check wrote a page")
+# A figure whose benchmark the files lack is refused, not left as typed.
+routine.write_text(own + "<!-- bench-value:x99:x99 1/x/gone -->1 ns<!-- /bench-value -->\n")
+r = subprocess.run(check + files, capture_output=True, text=True)
+if r.returncode == 0 or "no such benchmark" not in r.stderr:
+    problems.append("a bench-value of a benchmark not in the files was accepted")
 if problems:
     print(text)
     sys.exit(f"bench_report.py: {problems}")

@@ -2,9 +2,9 @@
 """Checks tools/typed_figures.py, the scanner for measured figures typed
 into the prose of docs/: a table of lines it must flag (times, ratios
 beside their baselines, "N times faster", loads, percentages of the time,
-instruction counts, A/B records) and of lines it must pass (accuracy,
-formulae, targets in words, option tables, code, HTML comments, generated
-sections); then a whole run on a small docs folder: a finding is printed
+instruction counts, A/B records, a bench-value marker opening a line)
+and of lines it must pass (accuracy, formulae, targets in words, option
+tables, code, HTML comments, generated sections); then a whole run on a small docs folder: a finding is printed
 as page:line and fails, an allow-list entry passes exactly the figure it
 covers, and an entry without a reason or one that allows nothing fails.
   typed_figures_check.py <tools/typed_figures.py> <scratch dir>
@@ -42,6 +42,7 @@ BAD = [  # (line, the figure the scanner must name)
     ("C entry 391 before, 326 after", "391 before"),
     ("Fortran entry (123 against 108).", "(123 against 108)"),
     ("Second round: 7(8) 0.86 (1.03), 4(5) 1.39 (1.75).", "0.86 (1.03)"),
+    ("<!-- bench-value:frame:g/c05ayc -->112 ns<!-- /bench-value --> a call", "<!-- bench-value:frame:g/c05ayc -->"),
 ]
 GOOD = [
     "the largest error is 0.86 ULP on [1,2), 3.2e-16 relative",
@@ -57,6 +58,7 @@ GOOD = [
     "the errors at tend agree within 30 % except on the Arenstorf orbit",
     "evaluations: 1640 for the 7(8) pair, errors 2.9e-10 and 6.6e-11",
     "the ratio column of the table above says how much faster it is",
+    "the C entry costs <!-- bench-ratio:frame:g/c05ayc | g/inline -->1.20<!-- /bench-ratio --> times its baseline",
     "run `bench --benchmark_min_time=0.5s` with `ZEM_ISA=avx2` and `12 ns` in code",
 ]
 problems = []
