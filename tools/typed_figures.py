@@ -6,7 +6,8 @@ the benchmarks would contradict them without anyone noticing.
 
 The published timings are the generated ones: the tables between the
 markers that tools/bench_report.py, tools/doc_tables.py and the chapters'
-report scripts fill (<!-- <key> begin --> ... <!-- <key> end -->), and the
+report scripts fill (<!-- <key> begin --> ... <!-- <key> end -->, the keys
+of those scripts only: GENERATED below), and the
 single figures of tools/bench_report.py's bench-value and bench-ratio
 markers inside a sentence, which a rerun rewrites.  Prose outside them says what a table shows in words
 ("the ratio column above"); an A/B comparison of two versions of the code
@@ -72,7 +73,12 @@ RULES = [
     ("instructions", re.compile(rf"(?<![\w.^−]){RANGE}\s+(?:\w+\s+){{0,2}}?instructions\b", re.I)),
 ]
 
-GENERATED = re.compile(r"<!-- ([^>]+?) begin -->")
+# The sections a script writes, by their markers: tools/bench_report.py
+# (bench-report, bench-group, bench-groups, bench-summary, bench-isa),
+# tools/doc_tables.py (table), tools/d02_work_precision.py and
+# bench/e04/bench_e04kf_compare.py.  Any other marker is prose like the rest.
+GENERATED = re.compile(r"<!-- ((?:bench-report|bench-groups?|bench-summary|bench-isa|table):[^>]+?"
+                       r"|d02-work-precision|e04kf-compare) begin -->")
 FENCE = re.compile(r"^\s*(```|~~~)")
 
 
