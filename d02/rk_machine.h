@@ -148,14 +148,42 @@ template <const auto &C, int Off, int Count>
   return sum;
 }
 
-// out = y0 + h sum_{j<I} a_Ij k_j, one pass per component with the sum in a
-// register (the stages lie n apart).
+// Whether any of c[Off], ..., c[Off + Count - 1] is nonzero.
+template <const auto &C, int Off, int Count>
+constexpr bool any_nonzero() {
+  for (int j = 0; j < Count; ++j)
+    if (C[Off + j] != 0.0) return true;
+  return false;
+}
+
+// out = y0 + h sum_{j<I} a_Ij k_j, one pass per component (the stages lie n
+// apart).  The newest stage k_{I-1} is the one the point waits for: it
+// comes back from the user's function, and the next call waits for the
+// point.  Everything else is known before that call returns.  So the point
+// is formed as
+//   (y0 + h sum_{j<I-1} a_Ij k_j) + (h a_{I,I-1}) k_{I-1},
+// whose first part the processor computes while the user's function still
+// runs, leaving one product and one sum between the derivative and the next
+// call (the plain y0 + h (... + a_{I,I-1} k_{I-1}) leaves four).  The two
+// forms are the same sum in another order; they differ in the last bits of
+// the point, far below any local error the control accepts.  A zero a_{I,I-1}
+// (none of the three pairs has one) keeps the plain form.
 template <class P, int I, int N>
 [[gnu::always_inline]] inline void stage_point(const double *__restrict y0, const double *__restrict k0,
                                                int64_t n_, double h, double *__restrict out) {
   constexpr int off = I * (I - 1) / 2;
   const int64_t n = N ? N : n_;
-  for (int64_t m = 0; m < n; ++m) out[m] = y0[m] + h * combo<P::a, off, I>(k0 + m, n);
+  if constexpr (P::a[off + I - 1] == 0.0) {
+    for (int64_t m = 0; m < n; ++m) out[m] = y0[m] + h * combo<P::a, off, I>(k0 + m, n);
+  } else {
+    const double hlast = h * P::a[off + I - 1];
+    const double *klast = k0 + (I - 1) * n;
+    for (int64_t m = 0; m < n; ++m) {
+      double base = y0[m];
+      if constexpr (any_nonzero<P::a, off, I - 1>()) base += h * combo<P::a, off, I - 1>(k0 + m, n);
+      out[m] = base + hlast * klast[m];
+    }
+  }
 }
 
 // ynew and the weighted error estimate of an attempt of size h from y0
