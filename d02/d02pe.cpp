@@ -79,8 +79,10 @@ ZEM_INTERNAL void d02pefn_(engine_data *en_data, zem_routine f, d02pe_f_adaptor 
   const int64_t nn = st.n;
   // Captures by value, t by value: nothing of the machine's state escapes
   // into the user call, so it stays in registers across it.
-  auto eval = [=](double t, const double *y, double *yp) ZEM_RK_INLINE {
-    return d02pef_print_fh_(adaptor, en_data, f, &t, n, y, yp, iuser, ruser);
+  // n comes from the machine, which knows it at compile time for the small
+  // systems: the C user function then gets a constant.
+  auto eval = [=](double t, int64_t m, const double *y, double *yp) ZEM_RK_INLINE {
+    return d02pef_print_fh_(adaptor, en_data, f, &t, &m, y, yp, iuser, ruser);
   };
   // Writes the answer at tg: the last step's end, or its dense output.
   auto answer = [&](double tg, bool at_step) {

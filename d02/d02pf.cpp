@@ -31,8 +31,10 @@ ZEM_INTERNAL void d02pffn_(engine_data *en_data, zem_routine f, d02pf_f_adaptor 
   if (!rk_step_begin(iwsav, rwsav, n, rtn_pf, st, errbuf, ifail)) return;
   // Captures by value, t by value: nothing of the machine's state escapes
   // into the user call, so it stays in registers across it.
-  auto eval = [=](double t, const double *y, double *yp) ZEM_RK_INLINE {
-    return d02pff_print_fh_(adaptor, en_data, f, &t, n, y, yp, iuser, ruser);
+  // n comes from the machine, which knows it at compile time for the small
+  // systems: the C user function then gets a constant.
+  auto eval = [=](double t, int64_t m, const double *y, double *yp) ZEM_RK_INLINE {
+    return d02pff_print_fh_(adaptor, en_data, f, &t, &m, y, yp, iuser, ruser);
   };
   int64_t flag = 0;
   const rk_outcome out = rk_drive(st, rtn_pf, eval, errbuf, ifail, flag);

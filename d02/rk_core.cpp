@@ -108,7 +108,7 @@ double rk_hmin(const rk_state &st, double t) {
 }
 
 rk_event rk_resume(const rk_state &st, rk_request &req) {
-  return rk_run<false>(st, req, [](double, const double *, double *) { return int64_t{0}; });
+  return rk_run<false>(st, req, [](double, int64_t, const double *, double *) { return int64_t{0}; });
 }
 
 void rk_interp(const rk_state &st, double tw, int64_t m, double *yw, double *ypw) {

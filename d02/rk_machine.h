@@ -12,7 +12,7 @@
 //                   to the driver (rk_event::eval or eval_ga), which puts
 //                   f(req.t, req.y) into req.yp and calls again.
 //   Direct = true   callback integrators (d02pe, d02pf): the machine makes
-//                   each evaluation itself through eval(t, y, yp), inlined into
+//                   each evaluation itself through eval(t, n, y, yp), inlined into
 //                   the stage loop, and returns only when a step is done
 //                   and its driver's more() says so, or has failed (the
 //                   range integrator lets it run from step to step until
@@ -148,19 +148,48 @@ template <const auto &C, int Off, int Count>
   return sum;
 }
 
-// out = y0 + h sum_{j<I} a_Ij k_j, one pass per component with the sum in a
-// register (the stages lie n apart).
+// Whether any of c[Off], ..., c[Off + Count - 1] is nonzero.
+template <const auto &C, int Off, int Count>
+constexpr bool any_nonzero() {
+  for (int j = 0; j < Count; ++j)
+    if (C[Off + j] != 0.0) return true;
+  return false;
+}
+
+// out = y0 + h sum_{j<I} a_Ij k_j, one pass per component (the stages lie n
+// apart).  The newest stage k_{I-1} is the one the point waits for: it
+// comes back from the user's function, and the next call waits for the
+// point.  Everything else is known before that call returns.  So the point
+// is formed as
+//   (y0 + h sum_{j<I-1} a_Ij k_j) + (h a_{I,I-1}) k_{I-1},
+// whose first part the processor computes while the user's function still
+// runs, leaving one product and one sum between the derivative and the next
+// call (the plain y0 + h (... + a_{I,I-1} k_{I-1}) leaves four).  The two
+// forms are the same sum in another order; they differ in the last bits of
+// the point, far below any local error the control accepts.  A zero a_{I,I-1}
+// (none of the three pairs has one) keeps the plain form.
 template <class P, int I, int N>
 [[gnu::always_inline]] inline void stage_point(const double *__restrict y0, const double *__restrict k0,
                                                int64_t n_, double h, double *__restrict out) {
   constexpr int off = I * (I - 1) / 2;
   const int64_t n = N ? N : n_;
-  for (int64_t m = 0; m < n; ++m) out[m] = y0[m] + h * combo<P::a, off, I>(k0 + m, n);
+  if constexpr (P::a[off + I - 1] == 0.0) {
+    for (int64_t m = 0; m < n; ++m) out[m] = y0[m] + h * combo<P::a, off, I>(k0 + m, n);
+  } else {
+    const double hlast = h * P::a[off + I - 1];
+    const double *klast = k0 + (I - 1) * n;
+    for (int64_t m = 0; m < n; ++m) {
+      double base = y0[m];
+      if constexpr (any_nonzero<P::a, off, I - 1>()) base += h * combo<P::a, off, I - 1>(k0 + m, n);
+      out[m] = base + hlast * klast[m];
+    }
+  }
 }
 
 // ynew and the weighted error estimate of an attempt of size h from y0
 // (k0: its stages; ylast: the point of the last stage, ynew itself for a
-// first-same-as-last pair).
+// first-same-as-last pair, which is then left where it is: ynew is not
+// written, and the caller takes ylast).
 template <class P, int N>
 [[gnu::always_inline]] inline double finish_attempt(const double *__restrict y0, const double *__restrict k0,
                                                     const double *__restrict ylast, const double *__restrict th,
@@ -175,13 +204,15 @@ template <class P, int N>
     } else {
       yn = y0[m] + h * combo<P::b, 0, P::s>(km, n);
     }
-    ynew[m] = yn;
+    if constexpr (!P::fsal) ynew[m] = yn;
     const double e = combo<P::e, 0, P::s>(km, n);
     const double wt = std::max(th[m], 0.5 * (std::fabs(y0[m]) + std::fabs(yn)));
     const double r = std::fabs(h * e) / wt;
     // r is +0, positive or NaN (wt > 0), so the first component's r is the
-    // maximum so far as it stands.
-    if (m == 0 || !(r <= err)) err = r;  // a NaN sticks
+    // maximum so far as it stands.  A NaN sticks: it is taken when it comes
+    // (!(NaN <= err)) and kept once taken (err == err is false), so that a
+    // non-finite derivative in any component rejects the attempt.
+    if (m == 0 || (!(r <= err) && err == err)) err = r;
   }
   return err;
 }
@@ -209,13 +240,16 @@ template <int N>
 }
 
 // The size of the next attempt towards the target: never past it, and no
-// sliver left before it.
+// sliver left before it.  h has the sign of the direction (every size the
+// machine makes is dir |h|, or a positive multiple of one), so the size
+// left as it is, dir |h|, is h itself, bit for bit: the common case takes
+// no operation on the path from the step-size factor to the next stage.
 [[gnu::always_inline]] inline double clip(int64_t *iw, const double *rw, double h) {
   const double t = rw[rw_t], target = rw[rw_target], dir = rw[rw_dir];
   const double rest = target - t, arest = std::fabs(rest);
   double ah = std::fabs(h);
   int64_t cut = 0;
-  double out = dir * ah;
+  double out = h;
   if (1.01 * ah >= arest || arest - ah <= 16.0 * machine_eps * std::max(std::fabs(t), std::fabs(target))) {
     if (8.0 * arest < ah) cut = 1;  // drastically shortened
     out = rest;
@@ -241,7 +275,7 @@ template <class P, int N, bool Direct, bool Sec, bool Fresh, class Eval>
     stage_point<P, I, N>(y0, k0, n, h, ytmp);
     int64_t status = 0;
     if constexpr (Direct) {
-      status = eval(t0 + P::c[I] * h, ytmp, k0 + I * n);
+      status = eval(t0 + P::c[I] * h, n, ytmp, k0 + I * n);
       if (__builtin_expect(status == 0, 1)) return true;
     }
     // With Direct: the user's stop, and its flag.  (The request is formed
@@ -293,7 +327,7 @@ rk_event rk_run_n(const rk_state &st, rk_request &req, const Eval &eval_in, cons
   auto ask = [&](int64_t waiting, double t, const double *yy, double *yyp) -> bool {
     int64_t status = 0;
     if constexpr (Direct) {
-      status = eval(t, yy, yyp);
+      status = eval(t, n, yy, yyp);
       if (status == 0) return true;
     }
     req = {t, yy, yyp, 0.0, status};
@@ -316,6 +350,12 @@ rk_event rk_run_n(const rk_state &st, rk_request &req, const Eval &eval_in, cons
   };
   int from = 1;
   int64_t phase = iw[iw_phase];
+  // The size of the current (or next) attempt, always equal to rw[rw_h]:
+  // kept here as well, so that the next step's stages take the new size
+  // from a register rather than from memory stored a moment before (the
+  // size is on the longest path of a step: the last stage, the error
+  // estimate, the factor, the first stage of the next step).
+  double hcur = rw[rw_h];
   for (;;) {
     switch (phase) {
       case ph_idle:
@@ -337,7 +377,7 @@ rk_event rk_run_n(const rk_state &st, rk_request &req, const Eval &eval_in, cons
           copy_n<N>(y, n, sec(0));
           copy_n<N>(yp, n, sec(1));
         }
-        if (rw[rw_h] != 0.0) {
+        if (hcur != 0.0) {
           copy_n<N>(yp, n, k0);
           iw[iw_rejects] = 0;
           phase = ph_attempt;
@@ -369,7 +409,8 @@ rk_event rk_run_n(const rk_state &st, rk_request &req, const Eval &eval_in, cons
         if (!(h1 > 0.0)) h1 = h0;
         double h = std::min(100.0 * h0, h1);
         h = std::min(h, std::fabs(rw[rw_target] - rw[rw_t]));
-        rw[rw_h] = rw[rw_dir] * h;
+        hcur = rw[rw_dir] * h;
+        rw[rw_h] = hcur;
         copy_n<N>(yp, n, k0);
         iw[iw_rejects] = 0;
         phase = ph_attempt;
@@ -377,7 +418,8 @@ rk_event rk_run_n(const rk_state &st, rk_request &req, const Eval &eval_in, cons
       }
 
       case ph_attempt:
-        rw[rw_h] = clip(iw, rw, rw[rw_h]);
+        hcur = clip(iw, rw, hcur);
+        rw[rw_h] = hcur;
         from = 1;
         phase = ph_stages;
         continue;
@@ -390,7 +432,7 @@ rk_event rk_run_n(const rk_state &st, rk_request &req, const Eval &eval_in, cons
         continue;
 
       case ph_stages: {
-        const double h = rw[rw_h];
+        const double h = hcur;
         // The callback machine makes a whole attempt from its first stage
         // (from = 1) except when it resumes one that the user stopped.
         const bool in = Direct && from == 1
@@ -414,6 +456,7 @@ rk_event rk_run_n(const rk_state &st, rk_request &req, const Eval &eval_in, cons
             req = {rw[rw_t], y, nullptr, hmin, 0};
             return finished(rk_event::too_small);
           }
+          hcur = hn;
           rw[rw_h] = hn;
           phase = ph_attempt;
           continue;
@@ -437,14 +480,17 @@ rk_event rk_run_n(const rk_state &st, rk_request &req, const Eval &eval_in, cons
         const double tnew = hit ? target : t + h;
         rw[rw_t] = tnew;
         // Do not let a step shortened to reach the target shrink the next one.
-        const double hprop = cut ? std::max(std::fabs(h * r), std::fabs(rw[rw_hnext])) : std::fabs(h * r);
-        const double hnext = rw[rw_dir] * hprop;
+        // The new size is dir |h r|; h has the direction's sign and r > 0
+        // (r >= 0.8 here), so without the cut that is h r itself, bit for bit.
+        const double hr = h * r;
+        const double hnext = cut ? rw[rw_dir] * std::max(std::fabs(hr), std::fabs(rw[rw_hnext])) : hr;
         rw[rw_hnext] = hnext;
         rw[rw_h] = hnext;
+        hcur = hnext;
         ++iw[iw_steps];
         if (cut) ++iw[iw_cuts];
         copy_n<N>(y, n, yold);
-        copy_n<N>(ynew, n, y);
+        copy_n<N>(P::fsal ? ytmp : ynew, n, y);
         if constexpr (P::fsal) {
           copy_n<N>(k0 + (P::s - 1) * n, n, yp);
           phase = ph_accepted;
@@ -527,7 +573,7 @@ rk_event rk_run_n(const rk_state &st, rk_request &req, const Eval &eval_in, cons
           rw[rw_tsec] = rw[rw_told];
           return finished(iw[iw_ga_steps] == 0 ? rk_event::ga_start : rk_event::ga_later);
         }
-        copy_n<N>(ysnew, n, ysec);
+        copy_n<N>(P::fsal ? ytmp : ysnew, n, ysec);
         rw[rw_tsec] = iw[iw_spare] == 0 ? rw[rw_tsec] + hs : rw[rw_t];
         if constexpr (P::fsal) {
           copy_n<N>(ksec + (P::s - 1) * n, n, ypsec);

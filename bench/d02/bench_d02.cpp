@@ -270,9 +270,33 @@ const bool registered = [] {
 // prints instead, for tol = 10^(-k/8), k = 24 .. 80, the evaluations and
 // the error at tend of one solver on one problem (how smoothly the error
 // follows tol; docs/benchmarks.md, d02 section).
+//
+//   bench_d02 --results
+// prints, for every Zem run of the work-precision tables and the two
+// reverse-communication runs, the evaluations and the error at tend in
+// hexadecimal (%a): two versions of the library give the same numbers to
+// the last bit exactly when the two outputs are the same text.
 int main(int argc, char **argv) {
   for (int i = 1; i < argc; ++i) {
     const std::string a = argv[i];
+    if (a == "--results") {
+      for (const problem &p : problems())
+        for (int s = zem23; s <= zem78; ++s)
+          for (int k = 3; k <= 12; ++k) {
+            if (s == zem23 && k > 8) continue;
+            int64_t evals = 0;
+            const double err = run(p, s, std::pow(10.0, -k), evals);
+            std::printf("%s/%s/1e-%d %lld %a\n", p.name, solver_names[s], k, static_cast<long long>(evals), err);
+          }
+      for (const problem &p : problems())
+        if (std::string(p.name) == "harmonic")
+          for (int s : {zem45, zem78}) {
+            int64_t evals = 0;
+            const double err = run_zem_rc(p, s, 1e-12, evals);
+            std::printf("harmonic/%s_revcomm/1e-12 %lld %a\n", solver_names[s], static_cast<long long>(evals), err);
+          }
+      return 0;
+    }
     if (a.rfind("--sweep=", 0) != 0) continue;
     const std::string what = a.substr(8), prob = what.substr(0, what.find('/')),
                       name = what.substr(what.find('/') + 1);

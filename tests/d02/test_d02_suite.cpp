@@ -389,6 +389,33 @@ TEST(D02Lifecycle, UserStopReportsTheFlag) {
       }
 }
 
+// A NaN derivative in one component rejects every attempt, whichever
+// component it is in and however large the others' errors: the step size
+// falls until it is too small, and y stays finite.
+void nan_in(double t, int64_t, const double y[], double yp[], Zem_Comm *comm) {
+  const int which = *static_cast<int *>(comm->p);
+  yp[0] = y[1];
+  yp[1] = -y[0];
+  if (t > 0.5) yp[which] = std::nan("");
+}
+
+TEST(D02Lifecycle, NanDerivativeRejected) {
+  const Problem &p = problems[0];
+  for (int which : {0, 1})
+    for (int m = 0; m < 3; ++m) {
+      SCOPED_TRACE(std::to_string(which) + " " + std::to_string(m));
+      Solver r(p, methods[m], 1e-6);
+      Zem_Comm comm = ZEM_COMM_INIT;
+      comm.p = &which;
+      double t = 0, y[2], yp[2];
+      for (int k = 0; k < 1000 && r.fail.code == NE_NOERROR && t < p.tend; ++k)
+        d02pfc(nan_in, 2, &t, y, yp, &comm, r.iw, r.rw.data(), &r.fail);
+      EXPECT_EQ(r.fail.code, NE_RK_STEP_TOO_SMALL);
+      EXPECT_LE(t, 0.5);
+      EXPECT_TRUE(std::isfinite(y[0]) && std::isfinite(y[1]));
+    }
+}
+
 // ---- Reverse communication and threads ---------------------------------
 TEST(D02ReverseCommunication, SameStepsAsTheCallbackIntegrator) {
   const Problem &p = problems[2];  // Kepler, e = 0.9
