@@ -152,6 +152,28 @@ def equal_error(runs):
     return out, summary
 
 
+def per_evaluation(path):
+    """Lines of the per-evaluation table (harmonic oscillator, n = 2, tol 1e-12)."""
+    med = medians(path)
+    if not med:
+        return []
+    out = ["\nPer evaluation at n = 2 (harmonic oscillator at tol 1e-12, where the user function costs "
+           "nothing): processor nanoseconds per evaluation and per step, and each Zem integrator's ratio per "
+           "evaluation to the best peer of its order (the target is at most 1.2)\n",
+           "| solver | evaluations | ns per evaluation | ns per step | ratio per evaluation to the best peer |",
+           "|---|---|---|---|---|"]
+    per_eval = {s: 1e3 * us / ev for s, (ev, us) in med.items()}
+    for solver in sorted(med):
+        ev, _ = med[solver]
+        ratio = "-"
+        peers = [p for p in PEERS.get(solver, []) if p in per_eval]
+        if peers:
+            ratio = f"{per_eval[solver] / min(per_eval[p] for p in peers):.2f}"
+        step = f"{per_eval[solver] * PER_STEP[solver]:.1f}" if solver in PER_STEP else "-"
+        out.append(f"| {solver} | {ev} | {per_eval[solver]:.2f} | {step} | {ratio} |")
+    return out
+
+
 MARK = re.compile(r"<!-- d02-work-precision begin -->.*?<!-- d02-work-precision end -->", re.S)
 
 
@@ -212,7 +234,7 @@ def main():
     ctx = data.get("context", {})
     body = "\n".join([f"Run of {ctx.get('date', '?')} ({ctx.get('num_cpus', '?')} processors, load average "
                        f"{', '.join(f'{x:.1f}' for x in ctx.get('load_avg', [])) or '?'} at its start).", ""]
-                      + summary + lines + eq)
+                      + summary + per_evaluation(sys.argv[1]) + lines + eq)
     print(body)
     page = pathlib.Path(outdir) / "benchmarks.md"
     if page.exists():
