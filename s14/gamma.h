@@ -34,6 +34,9 @@ inline constexpr double gamma_x_reciprocal = 1e-17;
 // correction is below half a unit in the last place and is dropped.
 inline constexpr double lgamma_x_big = 2.55e305;
 inline constexpr double lgamma_x_series = 2.24e76;
+// Below this x - 1/2 is exact, which the Stirling sum of the common range
+// uses.
+inline constexpr double lgamma_x_near = 0x1p52;
 inline constexpr double lgamma_eps = 1.1102230246251565e-16;  // machine precision (x02aj)
 
 template <int N>
@@ -177,16 +180,21 @@ template <bool Fma>
   return s.hi + (s.lo + (a.lo + b.lo));
 }
 
-// ln x as an unnormalised pair, for a positive normal x with |ln x| >= 0.38
-// (x < 0.68 or x >= 1.47), to about 2^-60 relatively: x = 2^e m, the table
-// of s14/s14ab_log_table.inc gives c_i near 1/m and -ln c_i, r = m c_i - 1
-// is formed with one rounding (a fused multiply-add, or Dekker's exact
-// product and one sum: the same double), and ln(1 + r) = r + r^2 q(r).
-// e ln2_hi + t_hi is exact; |r| < 2^-8 is below it (the bound on |ln x|),
-// so that one fast two-sum holds the leading part exactly; the low part
-// (below 2^-17 relatively) gathers the rest.
+// ln x for a positive normal x, from the table of s14/s14ab_log_table.inc:
+// x = 2^e m, c_i near 1/m and -ln c_i = t_hi + t_lo from the table,
+// r = m c_i - 1 formed with one rounding (a fused multiply-add, or Dekker's
+// exact product and one sum: the same double), and ln(1 + r) = r + r^2 q(r)
+// (|r| < 2^-8, the series to r^6: truncated at 2^-61 relatively).
+// ln x = head + r + tail, with head = e ln2_hi + t_hi exact (a multiple of
+// 2^-43 below 2^10) and tail = t_lo + e ln2_lo + r^2 q(r), below 2^-16 relatively.
+struct log_parts {
+  double head;
+  double r;
+  double tail;
+};
+
 template <bool Fma>
-[[gnu::always_inline]] inline dd log_table_pair(double x) {
+[[gnu::always_inline]] inline log_parts log_table_parts(double x) {
   const uint64_t bits = std::bit_cast<uint64_t>(x);
   const double e = static_cast<double>(static_cast<int>(bits >> 52) - 1023);
   const double *row = log_table[(bits >> 45) & 127];
@@ -198,10 +206,20 @@ template <bool Fma>
     const dd p = two_prod<false>(m, row[0]);  // p.hi - 1 is exact: p.hi is within 2^-7 of 1
     r = (p.hi - 1.0) + p.lo;
   }
-  const dd b = fast_two_sum(e * log_ln2_hi + row[1], r);
   const double r2 = r * r;
   const double q = (-0.5 + r * (1.0 / 3.0)) + r2 * ((-0.25 + r * 0.2) + r2 * (-1.0 / 6.0));  // short chain
-  return {b.hi, b.lo + ((row[2] + e * log_ln2_lo) + r2 * q)};
+  return {e * log_ln2_hi + row[1], r, (row[2] + e * log_ln2_lo) + r2 * q};
+}
+
+// ln x as an unnormalised pair, for a positive normal x with |ln x| >= 0.38
+// (x < 0.68 or x >= 1.47), to about 2^-60 relatively: |r| < 2^-8 is below
+// the head (the bound on |ln x|), so that one fast two-sum holds head + r
+// exactly; the low part (below 2^-17 relatively) gathers the rest.
+template <bool Fma>
+[[gnu::always_inline]] inline dd log_table_pair(double x) {
+  const log_parts l = log_table_parts<Fma>(x);
+  const dd b = fast_two_sum(l.head, l.r);
+  return {b.hi, b.lo + l.tail};
 }
 
 // The rational functions of ln Gamma as N(z)/Q(z) with N = z P, both of
@@ -254,13 +272,20 @@ template <bool Fma>
   }
 }
 
-// N(z)/Q(z) as an unnormalised pair, to about 2^-100 relatively (barring
-// cancellation between the even and odd parts, which the pairs carry
-// exactly).  Each part is a compensated Horner scheme in the pair z^2 (the
-// rounding error of every product and sum is gathered in a second lane
-// set); N and Q are then joined as pairs and divided, the quotient
-// corrected by its exact residual.
-template <bool Fma>
+// N(z)/Q(z) as an unnormalised pair.  Each part is a Horner scheme in the
+// pair z^2 whose last three steps are compensated (the rounding error of
+// every product and sum is gathered in a second lane set); N and Q are then
+// joined as pairs and divided, the quotient corrected by its exact residual.
+// With PlainFirst, the first step, c0 z^2 + c1, is plain: the terms it
+// carries (z^8 and z^6 in the even parts, z^7 and z^5 in the odd ones, in
+// absolute value) are at most 10% of |N| in the block of (4, 12] (at z = 8)
+// and under 1.4% of |N| or |Q| in the block of (1.5, 4] (a scan of each
+// block's interval), so that its two roundings move N by at most 0.2 ulp
+// and Q by at most 0.03 ulp.  The later steps carry the rest to about
+// 2^-100 relatively.  The block around 1 keeps every step compensated: near
+// x = 0.7 its approximation error alone is about 1.5 ulp, so that a
+// perturbation far below an ulp can move a result across the 2 ulp bound.
+template <bool Fma, bool PlainFirst>
 [[gnu::always_inline]] inline dd rational_pair(const rational_lanes &t, double z) {
   const dd z2 = two_prod<Fma>(z, z);
   const lanes4 zz = {z2.hi, z2.hi, z2.hi, z2.hi};
@@ -271,9 +296,15 @@ template <bool Fma>
     zh = c - (c - zz);
     zlo = zz - zh;
   }
-  lanes4 s = {t.c[0][0], t.c[0][1], t.c[0][2], t.c[0][3]};
+  const lanes4 c0 = {t.c[0][0], t.c[0][1], t.c[0][2], t.c[0][3]};
+  lanes4 s = c0;
+  if constexpr (PlainFirst) {
+    const lanes4 c1 = {t.c[1][0], t.c[1][1], t.c[1][2], t.c[1][3]};
+    s = c0 * zz + c1;
+  }
   lanes4 err = {0.0, 0.0, 0.0, 0.0};
-  for (int i = 1; i < 5; ++i) {
+  constexpr int first = PlainFirst ? 2 : 1;
+  for (int i = first; i < 5; ++i) {
     const lanes4 p = s * zz;
     lanes4 pe;
     product_error<Fma>(s, zz, zh, zlo, p, pe);
@@ -281,7 +312,11 @@ template <bool Fma>
     const lanes4 u = p + c;
     const lanes4 v = u - p;
     const lanes4 se = (p - (u - v)) + (c - v);
-    err = err * zz + ((pe + se) + s * zl);
+    const lanes4 e = (pe + se) + s * zl;
+    if (i == first)  // (a vector conditional ?: would choose lane by lane)
+      err = e;
+    else
+      err = err * zz + e;
     s = u;
   }
   // N = Ne + z No, Q = Qe + z Qo, side by side in two lanes.
@@ -325,6 +360,34 @@ template <bool Fma>
   return {p.hi, p.lo + lo * z};
 }
 
+// C(1/x^2)/x, the Stirling correction for 12 < x <= 2.24e76, by powers of
+// w = 1/x^2 (Estrin's scheme): a short chain of operations after the
+// division; C is below 0.04% of the result, so the order of its roundings
+// does not show.
+[[gnu::always_inline]] inline double lgamma_stirling_series(double x) {
+  const double inv = 1.0 / x;
+  const double w = inv * inv;
+  const double w2 = w * w;
+  const double lo = (lg_c[5] + w * lg_c[4]) + w2 * (lg_c[3] + w * lg_c[2]);
+  const double hi = (lg_c[1] + w * lg_c[0]) + w2 * lg_c[6];
+  return (lo + (w2 * w2) * hi) * inv;
+}
+
+// ln Gamma(x) for 2^52 <= x <= 2.55e305: (x - 1/2) ln x - x + ln sqrt(2 pi)
+// + the Stirling correction (dropped above 2.24e76), as x ln x - x (exact
+// product, and x ln x >= 36 x) + the small rest, whose rounding is far below
+// the result's last place.
+template <bool Fma>
+[[gnu::always_inline]] inline double lgamma_far(double x) {
+  const dd l = log_table_pair<Fma>(x);
+  const double res = x <= lgamma_x_series ? lgamma_stirling_series(x) : 0.0;
+  const double rest = (0.9189385332046728 - 0.5 * l.hi) + res;
+  if (x > 0x1p900) return x * ((l.hi - 1.0) + l.lo) + rest;  // beyond Dekker's range; relatively tiny rest
+  const dd p = two_prod<Fma>(x, l.hi);
+  const dd s = fast_two_sum(p.hi, -x);
+  return s.hi + (s.lo + (p.lo + (x - 0.5) * l.lo + rest));
+}
+
 // ln Gamma(x) for 0 < x <= 2.55e305 (a NaN gives a NaN), by the rational
 // approximations of Cody and Hillstrom on (0, 12] and the Stirling series
 // above.  The published coefficients are used as published.  Pairs of
@@ -335,36 +398,28 @@ template <bool Fma>
 template <bool Fma>
 [[gnu::always_inline]] inline double lgamma_core_t(double x) {
   if (x > 12.0) {
-    // (x - 1/2) ln x - x + ln sqrt(2 pi) + C(1/x^2)/x, as
-    // x ln x - x (exact product, and x ln x >= 2.48 x) + the small rest.
-    const dd l = log_table_pair<Fma>(x);
-    double res = 0.0;
-    if (x <= lgamma_x_series) {
-      // C(w) by powers of w (Estrin's scheme): a short chain of operations
-      // after the division; C is below 0.04% of the result, so the order of
-      // its roundings does not show.
-      const double inv = 1.0 / x;
-      const double w = inv * inv;
-      const double w2 = w * w;
-      const double lo = (lg_c[5] + w * lg_c[4]) + w2 * (lg_c[3] + w * lg_c[2]);
-      const double hi = (lg_c[1] + w * lg_c[0]) + w2 * lg_c[6];
-      res = (lo + (w2 * w2) * hi) * inv;
-    }
-    const double rest = (0.9189385332046728 - 0.5 * l.hi) + res;
-    if (x > 0x1p900) return x * ((l.hi - 1.0) + l.lo) + rest;  // beyond Dekker's range; relatively tiny rest
-    const dd p = two_prod<Fma>(x, l.hi);
-    const dd s = fast_two_sum(p.hi, -x);
-    return s.hi + (s.lo + (p.lo + (x - 0.5) * l.lo + rest));
+    if (__builtin_expect(x >= lgamma_x_near, 0)) return lgamma_far<Fma>(x);
+    // (x - 1/2) ln x - x + ln sqrt(2 pi) + C(1/x^2)/x, as (x - 1/2) head - x
+    // (x - 1/2 is exact below 2^52; an exact product, at least 2.37 x, so
+    // that one fast two-sum holds the difference) + the small rest.
+    // ln x = head + lo, head exact: (x - 1/2) lo (|lo| < 2^-7) is rounded
+    // once, far below the result's last place.
+    const log_parts l = log_table_parts<Fma>(x);
+    const double y = x - 0.5;
+    const dd p = two_prod<Fma>(y, l.head);
+    const double s = p.hi - x;
+    const double s_lo = (p.hi - s) - x;
+    return s + (s_lo + (p.lo + y * (l.r + l.tail) + (0.9189385332046728 + lgamma_stirling_series(x))));
   }
   if (x > 4.0) {
     const double z = x - 4.0;
-    const dd y = rational_pair<Fma>(lg_lanes4, z);
+    const dd y = rational_pair<Fma, true>(lg_lanes4, z);
     const dd s = two_sum(lg_d4, y.hi);
     return s.hi + (s.lo + y.lo);
   }
   if (x > 1.5) {
     const double z = x - 2.0;
-    const dd r = times_sum<Fma>(z, lg_d2, rational_pair<Fma>(lg_lanes2, z));
+    const dd r = times_sum<Fma>(z, lg_d2, rational_pair<Fma, true>(lg_lanes2, z));
     return r.hi + r.lo;
   }
   if (x <= lgamma_eps) return -std::log(x);
@@ -377,7 +432,7 @@ template <bool Fma>
     if (x <= 0.5) z = x;
   }
   const bool first = x <= 0.5 || x >= 0.6796875;
-  const dd r = times_sum<Fma>(z, first ? lg_d1 : lg_d2, rational_pair<Fma>(first ? lg_lanes1 : lg_lanes2, z));
+  const dd r = times_sum<Fma>(z, first ? lg_d1 : lg_d2, rational_pair<Fma, false>(first ? lg_lanes1 : lg_lanes2, z));
   return add_rounded(corr, r);
 }
 

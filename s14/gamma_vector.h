@@ -109,9 +109,9 @@ template <class V>
 
 // --- ln Gamma, lane by lane -----------------------------------------------
 
-// log_table_pair of each lane.
+// log_table_parts of each lane, as l.hi = head and l.lo = r + tail.
 template <bool Fma, class V>
-[[gnu::always_inline]] inline void log_table_pair4(const V &x, pairv<V> &l) {
+[[gnu::always_inline]] inline void log_table_parts4(const V &x, pairv<V> &l) {
   // The exponent and the mantissa by integer vector operations (e as a
   // double by the 2^52 trick: exact); the table rows: four lanes as four
   // aligned loads turned into columns, eight lane by lane.
@@ -150,17 +150,15 @@ template <bool Fma, class V>
     two_prod4<false>(m, c, p);
     r = (p.hi - 1.0) + p.lo;
   }
-  pairv<V> b;
-  fast_two_sum4(e * log_ln2_hi + t_hi, r, b);
   const V r2 = r * r;
   const V q = (-0.5 + r * (1.0 / 3.0)) + r2 * ((-0.25 + r * 0.2) + r2 * (-1.0 / 6.0));
-  l.hi = b.hi;
-  l.lo = b.lo + ((t_lo + e * log_ln2_lo) + r2 * q);
+  l.hi = e * log_ln2_hi + t_hi;
+  l.lo = r + ((t_lo + e * log_ln2_lo) + r2 * q);
 }
 
 // rational_pair of each lane: the four parts one after another, each with
 // the operations of its lane in the scalar kernel.
-template <bool Fma, class V>
+template <bool Fma, bool PlainFirst, class V>
 [[gnu::always_inline]] inline void rational_pair4(const rational_lanes &t, const V &z, pairv<V> &y) {
   pairv<V> z2;
   two_prod4<Fma>(z, z, z2);
@@ -168,9 +166,15 @@ template <bool Fma, class V>
   V s[4] = {}, err[4] = {};
   for (int j = 0; j < 4; ++j) {
     set4(s[j], t.c[0][j]);
+    if constexpr (PlainFirst) {
+      V c1{};
+      set4(c1, t.c[1][j]);
+      s[j] = s[j] * zz + c1;
+    }
     err[j] = V{};
   }
-  for (int i = 1; i < 5; ++i)
+  constexpr int first = PlainFirst ? 2 : 1;
+  for (int i = first; i < 5; ++i)
     for (int j = 0; j < 4; ++j) {
       pairv<V> p;
       two_prod4<Fma>(s[j], zz, p);
@@ -179,7 +183,11 @@ template <bool Fma, class V>
       const V u = p.hi + c;
       const V v = u - p.hi;
       const V se = (p.hi - (u - v)) + (c - v);
-      err[j] = err[j] * zz + ((p.lo + se) + s[j] * zl);
+      const V e = (p.lo + se) + s[j] * zl;
+      if (i == first)
+        err[j] = e;
+      else
+        err[j] = err[j] * zz + e;
       s[j] = u;
     }
   // N = Ne + z No (parts 0, 1), Q = Qe + z Qo (parts 2, 3).
@@ -207,7 +215,7 @@ template <bool Fma, class V>
   y.lo = ((rem + lo[0]) - yh * lo[1]) * iq;
 }
 
-// The lanes of ln Gamma's classes: 1 for 12 < x <= 2.24e76, 2 for
+// The lanes of ln Gamma's classes: 1 for 12 < x < 2^52, 2 for
 // 4 < x <= 12, 3 for 1.5 < x <= 4, 4 for 0.6796875 <= x <= 1.5; 0 (the
 // scalar routine) otherwise.  The class is found without branches: the
 // arguments come in any order.
@@ -215,7 +223,7 @@ struct lgamma_lanes {
   static constexpr int classes = 5;
   [[gnu::always_inline]] static int class_of(double x) {
     const int band = (x > 1.5) + (x > 4.0) + (x > 12.0);
-    const int inside = (x >= 0.6796875) & (x <= lgamma_x_series);  // 0 for a NaN
+    const int inside = (x >= 0.6796875) & (x < lgamma_x_near);  // 0 for a NaN
     return (4 - band) & -inside;
   }
   static double checked(double x, int &code) { return lgamma_checked(x, code); }
@@ -223,23 +231,24 @@ struct lgamma_lanes {
   [[gnu::always_inline]] static void lanes(int cls, const V &x, V &f) {
     if (cls == 1) {
       pairv<V> l;
-      log_table_pair4<Fma>(x, l);
+      log_table_parts4<Fma>(x, l);
       const V inv = 1.0 / x;
       const V w = inv * inv;
       const V w2 = w * w;
       const V lo = (lg_c[5] + w * lg_c[4]) + w2 * (lg_c[3] + w * lg_c[2]);
       const V hi = (lg_c[1] + w * lg_c[0]) + w2 * lg_c[6];
       const V res = (lo + (w2 * w2) * hi) * inv;
-      const V rest = (0.9189385332046728 - 0.5 * l.hi) + res;
-      pairv<V> p, s;
-      two_prod4<Fma>(x, l.hi, p);
-      fast_two_sum4(p.hi, -x, s);
-      f = s.hi + (s.lo + (p.lo + (x - 0.5) * l.lo + rest));
+      const V y = x - 0.5;
+      pairv<V> p;
+      two_prod4<Fma>(y, l.hi, p);
+      const V s = p.hi - x;
+      const V s_lo = (p.hi - s) - x;
+      f = s + (s_lo + (p.lo + y * l.lo + (0.9189385332046728 + res)));
     } else if (cls == 2) {
       pairv<V> y, s;
       V d{};
       set4(d, lg_d4);
-      rational_pair4<Fma>(lg_lanes4, x - 4.0, y);
+      rational_pair4<Fma, true>(lg_lanes4, x - 4.0, y);
       two_sum4(d, y.hi, s);
       f = s.hi + (s.lo + y.lo);
     } else {
@@ -248,7 +257,10 @@ struct lgamma_lanes {
       pairv<V> y, s, p;
       V d{};
       set4(d, cls == 3 ? lg_d2 : lg_d1);
-      rational_pair4<Fma>(cls == 3 ? lg_lanes2 : lg_lanes1, z, y);
+      if (cls == 3)
+        rational_pair4<Fma, true>(lg_lanes2, z, y);
+      else
+        rational_pair4<Fma, false>(lg_lanes1, z, y);
       two_sum4(d, y.hi, s);
       const V lo = s.lo + y.lo;
       two_prod4<Fma>(s.hi, z, p);

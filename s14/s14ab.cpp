@@ -53,15 +53,36 @@ namespace {
 
 }  // namespace
 
-// Every call that succeeds skips the layers (frame/entry.h).
+// Every call that succeeds skips the layers (frame/entry.h).  An argument
+// inside the range of the kernel cannot fail: when nothing is left to do
+// after the kernel (ifail set beforehand; no fail record to fill), the entry
+// ends in a jump to the kernel, with no frame of its own around the call.
+// Anything else (x <= 0, x > x_big, a NaN, tracing on, a fail record) takes
+// the quick entry, whose checks decide.
+namespace {
+
+[[gnu::always_inline]] inline bool kernel_range(double x) { return x > 0.0 && x <= zem::s14::lgamma_x_big; }
+
+[[gnu::noinline]] double s14abc_quick(double x, Zem_Fail *fail) {
+  return zem::quick_c_entry(
+      fail, "s14abc", [x](int &code) noexcept { return zem::s14::lgamma_checked(x, code); },
+      [x, fail] { return s14abc_layers(x, fail); });
+}
+
+}  // namespace
+
 ZEM_API double s14abf_(const double *x, int64_t *ifail) {
+  const double v = *x;
+  if (__builtin_expect(kernel_range(v) && !zem::trace_on(), 1)) {
+    *ifail = 0;
+    return zem::s14::lgamma_core(v);
+  }
   return zem::quick_f_entry(
       ifail, [x](int &code) noexcept { return zem::s14::lgamma_checked(*x, code); },
       [x, ifail] { return s14abf_layers(x, ifail); });
 }
 
 ZEM_API double s14abc(double x, Zem_Fail *fail) {
-  return zem::quick_c_entry(
-      fail, "s14abc", [x](int &code) noexcept { return zem::s14::lgamma_checked(x, code); },
-      [x, fail] { return s14abc_layers(x, fail); });
+  if (__builtin_expect(!fail && kernel_range(x) && !zem::trace_on(), 1)) return zem::s14::lgamma_core(x);
+  return s14abc_quick(x, fail);
 }

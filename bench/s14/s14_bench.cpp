@@ -28,9 +28,9 @@
 
 namespace {
 
-std::vector<double> spread() {
+std::vector<double> spread(double a = 0.5, double b = 30.0) {
   std::mt19937_64 g(20261124);
-  std::uniform_real_distribution<double> u(0.5, 30.0);
+  std::uniform_real_distribution<double> u(a, b);
   std::vector<double> v(4096);
   for (auto &e : v) e = u(g);
   return v;
@@ -81,6 +81,22 @@ int main(int argc, char **argv) {
   per_call(lg, "glibc lgamma", x, [](double v) { return std::lgamma(v); });
   per_call(lg, "GSL gsl_sf_lngamma", x, [](double v) { return gsl_sf_lngamma(v); });
   per_call(lg, "Boost lgamma", x, [](double v) { return boost::math::lgamma(v); });
+
+  // The same by the ranges of ln Gamma's kernel within (0.5, 30) (shares of
+  // the spread: 0.6%, 2.8%, 8.5%, 27% and 61%): where its time goes, with no
+  // mispredicted choice of range.
+  static const struct {
+    const char *group;
+    std::vector<double> x;
+  } ranges[] = {{"ln Gamma per call, x uniform on (0.5, 0.6796875)", spread(0.5, 0.6796875)},
+                {"ln Gamma per call, x uniform on (0.6796875, 1.5)", spread(0.6796875, 1.5)},
+                {"ln Gamma per call, x uniform on (1.5, 4)", spread(1.5, 4.0)},
+                {"ln Gamma per call, x uniform on (4, 12)", spread(4.0, 12.0)},
+                {"ln Gamma per call, x uniform on (12, 30)", spread(12.0, 30.0)}};
+  for (const auto &r : ranges) {
+    per_call(r.group, "s14abc", r.x, [](double v) { return s14abc(v, nullptr); });
+    per_call(r.group, "glibc lgamma", r.x, [](double v) { return std::lgamma(v); });
+  }
 
   const char *ga = "Gamma per call, x uniform on (0.5, 30)";
   per_call(ga, "s14aac", x, [](double v) { return s14aac(v, nullptr); });
