@@ -106,22 +106,31 @@ ZEM_LAYER_INLINE void c05ayzn_(engine_data *en_data, double a, double fa, double
   zem::c05::brent_state s{a, fa, b, fb, a, fa, b - a, b - a};
   const double fmax = std::max(std::fabs(fa), std::fabs(fb));  // for the pole test
   double fx = 0.0;
+  // The final evaluation (at the converged point, for the pole test) has a
+  // call of its own, apart from the one at each new iterate: with one call
+  // site for both, the choice between b and b_new and the outcome of the
+  // iteration stayed live across the user's call, and the compiler kept the
+  // last step in a stack slot, so that every new point waited for a store
+  // and a load on the critical path of every evaluation.
   for (int64_t iteration = 0;; ++iteration) {
     double b_new = 0.0;
     const brent_next next = zem::c05::brent_iterate(s, eps, 1, b_new);  // absolute error control
-    if (next == brent_next::too_small || __builtin_expect(iteration == zem::c05::max_iterations, 0)) {
+    if (next == brent_next::converged && __builtin_expect(iteration != zem::c05::max_iterations, 1)) {
+      // The final evaluation at the converged point, for the pole test.
+      *x = s.b;
+      if (c05ayf_print_fh_(adaptor, en_data, f, x, &fx, iuser, ruser) != 0)
+        return zem::user_stop(errbuf, ifail, en_data->cb_status);
+      if (std::fabs(fx) < eta || fx == 0.0 || std::fabs(fx) <= fmax) return;
+      return zem::fail(errbuf, ifail, 3, 1005);
+    }
+    if (next != brent_next::evaluate || __builtin_expect(iteration == zem::c05::max_iterations, 0)) {
       *x = s.b;
       return zem::fail(errbuf, ifail, 2, 1004, eps);
     }
-    // The final evaluation at the converged point, or the next iterate.
-    *x = next == brent_next::converged ? s.b : b_new;
+    *x = b_new;
     if (c05ayf_print_fh_(adaptor, en_data, f, x, &fx, iuser, ruser) != 0)
       return zem::user_stop(errbuf, ifail, en_data->cb_status);
     if (std::fabs(fx) < eta || fx == 0.0) return;
-    if (next == brent_next::converged) {
-      if (std::fabs(fx) <= fmax) return;
-      return zem::fail(errbuf, ifail, 3, 1005);
-    }
     s.fb = fx;
   }
 }

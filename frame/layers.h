@@ -132,6 +132,15 @@ struct exception_sink {
   [[gnu::cold, gnu::noinline]] void report() const;
 };
 
+// Whether the compiler knows that adaptor is `quiet` (one of the quiet
+// adaptors of ZEM_CALLBACK_CHAIN, constants only in the loops of
+// ZEM_WITH_KNOWN_ADAPTOR).  Never true of a value known only at run time:
+// such a call takes the general path, which is right for any adaptor.
+template <typename Adaptor>
+[[gnu::always_inline]] inline bool known_as(Adaptor adaptor, Adaptor quiet) {
+  return __builtin_constant_p(adaptor == quiet) && adaptor == quiet;
+}
+
 // The re-entry loop: calls the adaptor, and again in mode 1 for as long as
 // the guard asks for a repeat; restores the caller's mode and returns the
 // callback status, which is non-zero when the user asked to stop.
@@ -225,6 +234,14 @@ inline void copy_back(T *p, const T &v) {
                                                                            ZEM_ARG_TYPE_));             \
   ZEM_INTERNAL void rtn##f_##arg##h_(engine_data *en_data, zem_routine arg ZEM_CB_PARAMS(CBARGS));        \
   ZEM_INTERNAL void rtn##c_##arg##_helper(engine_data *en_data, zem_routine arg ZEM_CB_PARAMS(CBARGS));   \
+  /* The two adaptors again, as the loop of ZEM_WITH_KNOWN_ADAPTOR knows them once the trace switch \
+     has been read for the whole call (see there); called only out of line. */                          \
+  [[gnu::noinline]] static void rtn##c_##arg##_quiet(engine_data *en_data, zem_routine arg ZEM_CB_PARAMS(CBARGS)) { \
+    rtn##c_##arg##_helper(en_data, arg ZEM_CB_NAMES(CBARGS));                                            \
+  }                                                                                                    \
+  [[gnu::noinline]] static void rtn##f_##arg##_quiet(engine_data *en_data, zem_routine arg ZEM_CB_PARAMS(CBARGS)) { \
+    rtn##f_##arg##h_(en_data, arg ZEM_CB_NAMES(CBARGS));                                                 \
+  }                                                                                                    \
   ZEM_LAYER_INLINE void rtn##f_internal_##arg##h_(engine_data *en_data, zem_routine arg ZEM_CB_PARAMS(CBARGS)) { \
     zem::guard(rtn##f_##arg##h_, en_data, arg ZEM_CB_NAMES(CBARGS));                                     \
   }                                                                                                    \
@@ -232,6 +249,8 @@ inline void copy_back(T *p, const T &v) {
                                                     zem_routine arg ZEM_CB_PARAMS(CBARGS)) {             \
     if (adaptor == rtn##c_##arg##_helper) ZEM_CB_MARSHAL_KNOWN(rtn##c_##arg##_helper, arg, CBARGS);         \
     if (adaptor == rtn##f_##arg##h_) ZEM_CB_MARSHAL_KNOWN(rtn##f_##arg##h_, arg, CBARGS);                   \
+    if (zem::known_as(adaptor, rtn##c_##arg##_quiet)) ZEM_CB_MARSHAL_KNOWN(rtn##c_##arg##_helper, arg, CBARGS); \
+    if (zem::known_as(adaptor, rtn##f_##arg##_quiet)) ZEM_CB_MARSHAL_KNOWN(rtn##f_##arg##h_, arg, CBARGS);      \
     return ZEM_CB_ON_COPIES(CBARGS, zem::marshal_loop, adaptor, false, en_data, arg);                   \
   }                                                                                                    \
   [[gnu::cold, gnu::noinline]] static int64_t rtn##_##arg##_traced(                                          \
@@ -243,7 +262,8 @@ inline void copy_back(T *p, const T &v) {
   }                                                                                                         \
   ZEM_LAYER_INLINE int64_t rtn##f_print_##arg##h_(rtn##_##arg##_adaptor adaptor, engine_data *en_data,      \
                                                   zem_routine arg ZEM_CB_PARAMS(CBARGS)) {               \
-    if (__builtin_expect(zem::trace_on(), 0))                                                            \
+    const bool zem_quiet = zem::known_as(adaptor, rtn##c_##arg##_quiet) || zem::known_as(adaptor, rtn##f_##arg##_quiet); \
+    if (!zem_quiet && __builtin_expect(zem::trace_on(), 0))                                              \
       return ZEM_CB_ON_COPIES(CBARGS, rtn##_##arg##_traced, adaptor, en_data, arg);                       \
     return rtn##f_marshal_##arg##h_(adaptor, en_data, arg ZEM_CB_NAMES(CBARGS));                         \
   }
@@ -252,22 +272,30 @@ inline void copy_back(T *p, const T &v) {
 //
 //   ZEM_WITH_KNOWN_ADAPTOR(c05ay, f, adaptor, known, c05ayyn_(..., known, ...));
 //
-// runs the statement with `known` the C adaptor, the Fortran adaptor (each
-// a constant) or, for any other, the adaptor given.  With the adaptor a
-// constant the marshal layer's choice between the two folds away, and the
-// loop keeps neither the adaptor nor its tests: the choice is made once per
-// call instead of once per evaluation, and the register it held is free
-// for the solver's state.  The statement is compiled three times, so this
+// runs the statement with `known` a constant that stands for the C adaptor
+// or for the Fortran adaptor, or, for any other adaptor and whenever the
+// trace switch is on, with the adaptor given.  With the adaptor a constant
+// the marshal layer's choice between the two folds away, and the loop keeps
+// neither the adaptor nor its tests: the choice is made once per call
+// instead of once per evaluation, and the register it held is free for the
+// solver's state.  The trace switch is read here, once for the whole call:
+// the two constants are the quiet adaptors, for which the traced callback
+// layer drops its test of the switch, so that a loop run with the switch
+// off makes no trace test at all (a switch turned on in the middle of a
+// call takes effect at the next call; the traced engine entry has read it
+// just before, in any case).  The statement is compiled three times, so this
 // is for the loop of a worker, not for one-off calls.
 namespace zem {
-template <auto C, auto F, typename Adaptor, typename Body>
+template <auto C, auto F, auto CQ, auto FQ, typename Adaptor, typename Body>
 [[gnu::always_inline]] inline void with_known_adaptor(Adaptor adaptor, Body body) {
-  if (adaptor == C) return body(C);
-  if (adaptor == F) return body(F);
+  if (__builtin_expect(!trace_on(), 1)) {
+    if (adaptor == C) return body(CQ);
+    if (adaptor == F) return body(FQ);
+  }
   return body(adaptor);
 }
 }  // namespace zem
 
 #define ZEM_WITH_KNOWN_ADAPTOR(rtn, arg, adaptor, known, ...)                                              \
-  zem::with_known_adaptor<rtn##c_##arg##_helper, rtn##f_##arg##h_>(                                        \
+  zem::with_known_adaptor<rtn##c_##arg##_helper, rtn##f_##arg##h_, rtn##c_##arg##_quiet, rtn##f_##arg##_quiet>( \
       adaptor, [&](rtn##_##arg##_adaptor known) __attribute__((always_inline)) { __VA_ARGS__; })

@@ -14,6 +14,8 @@
 //
 // The switch is meant to be set before calls are made; reading it is one
 // relaxed atomic load, so the cost with the trace off is a single branch.
+// A worker's loop run through ZEM_WITH_KNOWN_ADAPTOR (frame/layers.h) reads
+// it once per routine call, so that a call is traced whole or not at all.
 #pragma once
 
 #include <atomic>
