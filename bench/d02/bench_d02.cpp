@@ -217,23 +217,14 @@ double run(const problem &p, int s, double tol, int64_t &evals) {
   }
 }
 
+// One integration per iteration through Run (the callback integrators or
+// reverse communication), with its evaluations and error as counters.
+template <double (*Run)(const problem &, int, double, int64_t &)>
 void bench(benchmark::State &st, problem p, int s, double tol) {
   int64_t evals = 0;
   double err = 0;
   for (auto _ : st) {
-    err = run(p, s, tol, evals);
-    benchmark::DoNotOptimize(err);
-  }
-  st.counters["fevals"] = static_cast<double>(evals);
-  st.counters["error"] = err;
-  st.counters["tol"] = tol;
-}
-
-void bench_rc(benchmark::State &st, problem p, int s, double tol) {
-  int64_t evals = 0;
-  double err = 0;
-  for (auto _ : st) {
-    err = run_zem_rc(p, s, tol, evals);
+    err = Run(p, s, tol, evals);
     benchmark::DoNotOptimize(err);
   }
   st.counters["fevals"] = static_cast<double>(evals);
@@ -249,13 +240,13 @@ const bool registered = [] {
         if ((s == zem23 || s == gsl_rk2) && k > 8) continue;
         const double tol = std::pow(10.0, -k);
         const std::string name = std::string(p.name) + "/" + solver_names[s] + "/1e-" + std::to_string(k);
-        benchmark::RegisterBenchmark(name.c_str(), bench, p, s, tol)->Unit(benchmark::kMicrosecond);
+        benchmark::RegisterBenchmark(name.c_str(), bench<run>, p, s, tol)->Unit(benchmark::kMicrosecond);
       }
   for (const problem &p : problems())
     if (std::string(p.name) == "harmonic")
       for (int s : {zem45, zem78}) {
         const std::string name = std::string("harmonic/") + solver_names[s] + "_revcomm/1e-12";
-        benchmark::RegisterBenchmark(name.c_str(), bench_rc, p, s, 1e-12)->Unit(benchmark::kMicrosecond);
+        benchmark::RegisterBenchmark(name.c_str(), bench<run_zem_rc>, p, s, 1e-12)->Unit(benchmark::kMicrosecond);
       }
   return true;
 }();
