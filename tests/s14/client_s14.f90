@@ -13,32 +13,16 @@ program client_s14
     y = s14aaf(xs(i), ifail)
     write (*, '(a,es24.16e3,a,i0)') 's14aaf =', y, '  ifail ', ifail
   end do
-  ifail = -1
-  y = s14abf(-1.0_real64, ifail)
-  write (*, '(a,es24.16e3,a,i0)') 's14abf =', y, '  ifail ', ifail
-  ifail = -1
-  y = s14abf(3.0e305_real64, ifail)
-  write (*, '(a,es24.16e3,a,i0)') 's14abf =', y, '  ifail ', ifail
+  call scalar('s14abf', -1.0_real64, -1_int64)
+  call scalar('s14abf', 3.0e305_real64, -1_int64)
   ! A success right after a failure, in each mode that returns: ifail 0,
   ! the value, no message.
-  ifail = 1
-  y = s14abf(0.0_real64, ifail)
-  write (*, '(a,es24.16e3,a,i0)') 's14abf quiet =', y, '  ifail ', ifail
-  ifail = 1
-  y = s14abf(3.0_real64, ifail)
-  write (*, '(a,es24.16e3,a,i0)') 's14abf quiet =', y, '  ifail ', ifail
-  ifail = -1
-  y = s14aaf(-3.0_real64, ifail)
-  write (*, '(a,es24.16e3,a,i0)') 's14aaf =', y, '  ifail ', ifail
-  ifail = -1
-  y = s14aaf(5.0_real64, ifail)
-  write (*, '(a,es24.16e3,a,i0)') 's14aaf =', y, '  ifail ', ifail
-  ifail = 0
-  y = s14aaf(0.5_real64, ifail)
-  write (*, '(a,es24.16e3,a,i0)') 's14aaf hard =', y, '  ifail ', ifail
-  ifail = 0
-  y = s14abf(10.0_real64, ifail)
-  write (*, '(a,es24.16e3,a,i0)') 's14abf hard =', y, '  ifail ', ifail
+  call scalar('s14abf quiet', 0.0_real64, 1_int64)
+  call scalar('s14abf quiet', 3.0_real64, 1_int64)
+  call scalar('s14aaf', -3.0_real64, -1_int64)
+  call scalar('s14aaf', 5.0_real64, -1_int64)
+  call scalar('s14aaf hard', 0.5_real64, 0_int64)
+  call scalar('s14abf hard', 10.0_real64, 0_int64)
   ifail = -1
   call s14anf(5_int64, xs, f, ivalid, ifail)
   write (*, '(a,i0,a,5(1x,i0))') 's14anf ifail ', ifail, ' ivalid', ivalid
@@ -60,4 +44,21 @@ program client_s14
   ifail = -1
   y = s14acf(1.0e-309_real64, ifail)
   write (*, '(a,es24.16e3,a,i0)') 's14acf =', y, '  ifail ', ifail
+contains
+  ! One call of s14aaf or s14abf (by the label's first six characters) with
+  ! ifail set to mode first, printed under the label.
+  subroutine scalar(label, x, mode)
+    character(*), intent(in) :: label
+    real(real64), intent(in) :: x
+    integer(int64), intent(in) :: mode
+    integer(int64) :: fl
+    real(real64) :: v
+    fl = mode
+    if (label(1:6) == 's14aaf') then
+      v = s14aaf(x, fl)
+    else
+      v = s14abf(x, fl)
+    end if
+    write (*, '(a,es24.16e3,a,i0)') label // ' =', v, '  ifail ', fl
+  end subroutine scalar
 end program client_s14
