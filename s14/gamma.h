@@ -226,32 +226,44 @@ template <bool Fma>
 // degree 8, split into even and odd parts in z: N = Ne(z^2) + z No(z^2),
 // Q = Qe(z^2) + z Qo(z^2).  The four parts are evaluated side by side as the
 // lanes of one vector (Ne, No, Qe, Qo), five coefficients each, highest
-// first (the odd parts start with a 0).
+// first (the odd parts start with a 0).  lo holds the published digits
+// beyond each double coefficient (zero where a block has none): coefficient
+// = c + lo to about 2^-106.
 struct rational_lanes {
   double c[5][4];
+  double lo[5][4];
 };
 
 template <int N>
-constexpr rational_lanes make_rational_lanes(const double (&p)[N], const double (&q)[N], double q_lead) {
+constexpr rational_lanes make_rational_lanes(const double (&p)[N], const double (&q)[N], double q_lead,
+                                             const double (&p_lo)[N], const double (&q_lo)[N]) {
   static_assert(N == 8);
-  double n[9] = {}, d[9] = {};  // coefficients of z^8 ... z^0
-  for (int i = 0; i < 8; ++i) n[i] = p[i];
-  n[8] = 0.0;
-  d[0] = q_lead;
-  for (int i = 0; i < 8; ++i) d[i + 1] = q[i];
+  double n[9] = {}, d[9] = {}, nl[9] = {}, dl[9] = {};  // coefficients of z^8 ... z^0
+  for (int i = 0; i < 8; ++i) {
+    n[i] = p[i];
+    nl[i] = p_lo[i];
+    d[i + 1] = q[i];
+    dl[i + 1] = q_lo[i];
+  }
+  d[0] = q_lead;  // exact
   rational_lanes t{};
   for (int k = 0; k < 5; ++k) {
     t.c[k][0] = n[2 * k];
     t.c[k][2] = d[2 * k];
     t.c[k][1] = k == 0 ? 0.0 : n[2 * k - 1];
     t.c[k][3] = k == 0 ? 0.0 : d[2 * k - 1];
+    t.lo[k][0] = nl[2 * k];
+    t.lo[k][2] = dl[2 * k];
+    t.lo[k][1] = k == 0 ? 0.0 : nl[2 * k - 1];
+    t.lo[k][3] = k == 0 ? 0.0 : dl[2 * k - 1];
   }
   return t;
 }
 
-inline constexpr rational_lanes lg_lanes1 = make_rational_lanes(lg_p1, lg_q1, 1.0);
-inline constexpr rational_lanes lg_lanes2 = make_rational_lanes(lg_p2, lg_q2, 1.0);
-inline constexpr rational_lanes lg_lanes4 = make_rational_lanes(lg_p4, lg_q4, -1.0);
+inline constexpr double no_low_parts[8] = {};
+inline constexpr rational_lanes lg_lanes1 = make_rational_lanes(lg_p1, lg_q1, 1.0, lg_1_p_lo, lg_1_q_lo);
+inline constexpr rational_lanes lg_lanes2 = make_rational_lanes(lg_p2, lg_q2, 1.0, lg_2_p_lo, lg_2_q_lo);
+inline constexpr rational_lanes lg_lanes4 = make_rational_lanes(lg_p4, lg_q4, -1.0, no_low_parts, no_low_parts);
 
 using lanes4 = double __attribute__((vector_size(32)));
 using lanes2 = double __attribute__((vector_size(16)));
@@ -282,10 +294,14 @@ template <bool Fma>
 // and under 1.4% of |N| or |Q| in the block of (1.5, 4] (a scan of each
 // block's interval), so that its two roundings move N by at most 0.2 ulp
 // and Q by at most 0.03 ulp.  The later steps carry the rest to about
-// 2^-100 relatively.  The block around 1 keeps every step compensated: near
-// x = 0.7 its approximation error alone is about 1.5 ulp, so that a
-// perturbation far below an ulp can move a result across the 2 ulp bound.
-template <bool Fma, bool PlainFirst>
+// 2^-100 relatively.
+// With LowParts, each coefficient is the pair c + lo and the lo parts join
+// the error lanes.  Below x = 1 the blocks around 1 and 2 are evaluated at
+// z < 0, where the terms of N and Q alternate in sign and cancel: the
+// rounding of the coefficients to doubles alone then moves the block around
+// 1 by up to 2.6e-16 relatively near x = 0.68 (1.5 ulp), against 2.6e-19
+// for the published digits.  Those blocks keep every step compensated.
+template <bool Fma, bool PlainFirst, bool LowParts = false>
 [[gnu::always_inline]] inline dd rational_pair(const rational_lanes &t, double z) {
   const dd z2 = two_prod<Fma>(z, z);
   const lanes4 zz = {z2.hi, z2.hi, z2.hi, z2.hi};
@@ -302,7 +318,9 @@ template <bool Fma, bool PlainFirst>
     const lanes4 c1 = {t.c[1][0], t.c[1][1], t.c[1][2], t.c[1][3]};
     s = c0 * zz + c1;
   }
+  static_assert(!(PlainFirst && LowParts), "the low parts need every step compensated");
   lanes4 err = {0.0, 0.0, 0.0, 0.0};
+  if constexpr (LowParts) err = lanes4{t.lo[0][0], t.lo[0][1], t.lo[0][2], t.lo[0][3]};
   constexpr int first = PlainFirst ? 2 : 1;
   for (int i = first; i < 5; ++i) {
     const lanes4 p = s * zz;
@@ -312,8 +330,9 @@ template <bool Fma, bool PlainFirst>
     const lanes4 u = p + c;
     const lanes4 v = u - p;
     const lanes4 se = (p - (u - v)) + (c - v);
-    const lanes4 e = (pe + se) + s * zl;
-    if (i == first)  // (a vector conditional ?: would choose lane by lane)
+    lanes4 e = (pe + se) + s * zl;
+    if constexpr (LowParts) e += lanes4{t.lo[i][0], t.lo[i][1], t.lo[i][2], t.lo[i][3]};
+    if (i == first && !LowParts)  // (a vector conditional ?: would choose lane by lane)
       err = e;
     else
       err = err * zz + e;
@@ -350,12 +369,12 @@ template <bool Fma, bool PlainFirst>
   return {y, ((rem + nl) - y * ql) * iq};
 }
 
-// z (d + y), y a pair: the zeros of ln Gamma at 1 and 2 are the factor z,
-// and the mild cancellation in d + y is carried in pairs.
+// z (d + d_lo + y), y a pair: the zeros of ln Gamma at 1 and 2 are the
+// factor z, and the mild cancellation in d + y is carried in pairs.
 template <bool Fma>
-[[gnu::always_inline]] inline dd times_sum(double z, double d, dd y) {
+[[gnu::always_inline]] inline dd times_sum(double z, double d, dd y, double d_lo = 0.0) {
   const dd s = two_sum(d, y.hi);
-  const double lo = s.lo + y.lo;
+  const double lo = s.lo + (y.lo + d_lo);
   const dd p = two_prod<Fma>(s.hi, z);
   return {p.hi, p.lo + lo * z};
 }
@@ -390,7 +409,8 @@ template <bool Fma>
 
 // ln Gamma(x) for 0 < x <= 2.55e305 (a NaN gives a NaN), by the rational
 // approximations of Cody and Hillstrom on (0, 12] and the Stirling series
-// above.  The published coefficients are used as published.  Pairs of
+// above.  The published coefficients are used as published (in the blocks
+// around 1 and 2 below x = 1.5, as pairs of doubles that carry every digit).  Pairs of
 // doubles are used where plain arithmetic would lose the last bits: the
 // rational functions (compensated Horner, four parts side by side), the
 // logarithm (a table, for x > 12 and x < 0.68) and the final sums; the
@@ -432,7 +452,8 @@ template <bool Fma>
     if (x <= 0.5) z = x;
   }
   const bool first = x <= 0.5 || x >= 0.6796875;
-  const dd r = times_sum<Fma>(z, first ? lg_d1 : lg_d2, rational_pair<Fma, false>(first ? lg_lanes1 : lg_lanes2, z));
+  const dd r = times_sum<Fma>(z, first ? lg_d1 : lg_d2, rational_pair<Fma, false, true>(first ? lg_lanes1 : lg_lanes2, z),
+                              first ? lg_1_d_lo : lg_2_d_lo);
   return add_rounded(corr, r);
 }
 

@@ -158,7 +158,7 @@ template <bool Fma, class V>
 
 // rational_pair of each lane: the four parts one after another, each with
 // the operations of its lane in the scalar kernel.
-template <bool Fma, bool PlainFirst, class V>
+template <bool Fma, bool PlainFirst, bool LowParts, class V>
 [[gnu::always_inline]] inline void rational_pair4(const rational_lanes &t, const V &z, pairv<V> &y) {
   pairv<V> z2;
   two_prod4<Fma>(z, z, z2);
@@ -172,6 +172,7 @@ template <bool Fma, bool PlainFirst, class V>
       s[j] = s[j] * zz + c1;
     }
     err[j] = V{};
+    if constexpr (LowParts) set4(err[j], t.lo[0][j]);
   }
   constexpr int first = PlainFirst ? 2 : 1;
   for (int i = first; i < 5; ++i)
@@ -183,8 +184,13 @@ template <bool Fma, bool PlainFirst, class V>
       const V u = p.hi + c;
       const V v = u - p.hi;
       const V se = (p.hi - (u - v)) + (c - v);
-      const V e = (p.lo + se) + s[j] * zl;
-      if (i == first)
+      V e = (p.lo + se) + s[j] * zl;
+      if constexpr (LowParts) {
+        V l{};
+        set4(l, t.lo[i][j]);
+        e += l;
+      }
+      if (i == first && !LowParts)
         err[j] = e;
       else
         err[j] = err[j] * zz + e;
@@ -248,7 +254,7 @@ struct lgamma_lanes {
       pairv<V> y, s;
       V d{};
       set4(d, lg_d4);
-      rational_pair4<Fma, true>(lg_lanes4, x - 4.0, y);
+      rational_pair4<Fma, true, false>(lg_lanes4, x - 4.0, y);
       two_sum4(d, y.hi, s);
       f = s.hi + (s.lo + y.lo);
     } else {
@@ -257,12 +263,15 @@ struct lgamma_lanes {
       pairv<V> y, s, p;
       V d{};
       set4(d, cls == 3 ? lg_d2 : lg_d1);
-      if (cls == 3)
-        rational_pair4<Fma, true>(lg_lanes2, z, y);
-      else
-        rational_pair4<Fma, false>(lg_lanes1, z, y);
+      V d_lo{};
+      if (cls == 3) {
+        rational_pair4<Fma, true, false>(lg_lanes2, z, y);
+      } else {
+        rational_pair4<Fma, false, true>(lg_lanes1, z, y);
+        set4(d_lo, lg_1_d_lo);
+      }
       two_sum4(d, y.hi, s);
-      const V lo = s.lo + y.lo;
+      const V lo = s.lo + (y.lo + d_lo);
       two_prod4<Fma>(s.hi, z, p);
       f = p.hi + (p.lo + lo * z);
     }

@@ -138,12 +138,21 @@ def d(s):
     return mp.mpf(float(s))
 
 
-def rat(p, q, z, lead):
+def d2(s):
+    """The published digits as a pair of doubles, hi + lo (lo the rounding error of hi)."""
+    return d(s) + lo(s)
+
+
+def lo(s):
+    return mp.mpf(float(mp.mpf(s) - d(s)))
+
+
+def rat(p, q, z, lead, conv=d):
     num = mp.mpf(0)
     den = mp.mpf(lead)
     for a, b in zip(p, q):
-        num = num * z + d(a)
-        den = den * z + d(b)
+        num = num * z + conv(a)
+        den = den * z + conv(b)
     return num / den
 
 
@@ -153,20 +162,15 @@ def grid(lo, hi, n=3000):
 
 def block_errors():
     errs = {}
-    w = 0
-    for z in grid(-0.3203125, 0.5):
-        if z == 0:
-            continue
-        v = z * (d(D1) + z * rat(P1, Q1, z, 1))
-        w = max(w, abs(v / mp.loggamma(1 + z) - 1))
-    errs["1"] = w
-    w = 0
-    for z in grid(-0.5, 2):
-        if z == 0:
-            continue
-        v = z * (d(D2) + z * rat(P2, Q2, z, 1))
-        w = max(w, abs(v / mp.loggamma(2 + z) - 1))
-    errs["2"] = w
+    for key, dd, pp, qq, shift, lo_z, hi_z in (("1", D1, P1, Q1, 1, -0.3203125, 0.5), ("2", D2, P2, Q2, 2, -0.5, 2)):
+        for conv, suffix in ((d, ""), (d2, "pair")):
+            w = 0
+            for z in grid(lo_z, hi_z):
+                if z == 0:
+                    continue
+                v = z * (conv(dd) + z * rat(pp, qq, z, 1, conv))
+                w = max(w, abs(v / mp.loggamma(shift + z) - 1))
+            errs[key + suffix] = w
     w = 0
     for z in grid(0, 8):
         v = d(D4) + z * rat(P4, Q4, z, -1)
@@ -198,15 +202,28 @@ def write_ab(path):
             out.append("    %s,\n" % v)
         out.append("};\n")
 
-    out.append("// ln Gamma(1 + z) = z (D1 + z P1(z)/Q1(z)), z in [-0.3203125, 0.5]: error %s.\n"
-               % mp.nstr(e["1"], 3))
+    def low_parts(name, d_digits, p, q):
+        # The digits beyond a double: published value = hi + lo to about 2^-106.
+        out.append("inline constexpr double %s_d_lo = %s;\n" % (name, float.hex(float(lo(d_digits)))))
+        arr(name + "_p_lo", [float.hex(float(lo(v))) for v in p], "low parts of the numerator's coefficients")
+        arr(name + "_q_lo", [float.hex(float(lo(v))) for v in q], "low parts of the denominator's coefficients")
+
+    out.append("// ln Gamma(1 + z) = z (D1 + z P1(z)/Q1(z)), z in [-0.3203125, 0.5]: error %s;\n"
+               "// %s with every coefficient as a pair hi + lo (the lg_1_*_lo parts below).\n"
+               "// For z < 0 the terms of P1 and Q1 cancel, which magnifies the roundings of\n"
+               "// the coefficients: ln Gamma on [0.68, 1) needs the pairs.\n"
+               % (mp.nstr(e["1"], 3), mp.nstr(e["1pair"], 3)))
     out.append("inline constexpr double lg_d1 = %s;  // -Euler's constant\n" % D1)
     arr("lg_p1", P1, "numerator, highest power first after the implicit 0")
     arr("lg_q1", Q1, "denominator, leading coefficient 1 implicit")
-    out.append("\n// ln Gamma(2 + z) = z (D2 + z P2(z)/Q2(z)), z in [-0.5, 2]: error %s.\n" % mp.nstr(e["2"], 3))
+    low_parts("lg_1", D1, P1, Q1)
+    out.append("\n// ln Gamma(2 + z) = z (D2 + z P2(z)/Q2(z)), z in [-0.5, 2]: error %s;\n"
+               "// %s with the pairs (lg_2_*_lo; used where this block serves x < 0.68).\n"
+               % (mp.nstr(e["2"], 3), mp.nstr(e["2pair"], 3)))
     out.append("inline constexpr double lg_d2 = %s;  // 1 - Euler's constant\n" % D2)
     arr("lg_p2", P2, "numerator")
     arr("lg_q2", Q2, "denominator, leading coefficient 1 implicit")
+    low_parts("lg_2", D2, P2, Q2)
     out.append("\n// ln Gamma(4 + z) = D4 + z P4(z)/Q4(z), z in [0, 8]: error %s.\n" % mp.nstr(e["4"], 3))
     out.append("inline constexpr double lg_d4 = %s;  // ln 6\n" % D4)
     arr("lg_p4", P4, "numerator")

@@ -41,13 +41,16 @@ const double nan = std::numeric_limits<double>::quiet_NaN();
 
 // Gamma within 4 units in the last place for -170 < x <= 170 (the table keeps
 // 1e-6 from the poles); ln Gamma within 2, and near its zeros at 1 and 2
-// within 2 units of 2^-53 in absolute terms.
+// within 2 units of 2^-53 in absolute terms.  The test holds ln Gamma to 1
+// instead of 2: with the coefficients of the blocks around 1 and 2 rounded
+// to plain doubles it is off by up to 2 on [0.68, 1), inside the bound of
+// 2 but worse than the system's lgamma there.
 TEST(S14Accuracy, GammaAndLogGammaAgainstTables) {
   struct file {
     const char *name;
     void (*worker)(engine_data *, const double *, double *, char *, int64_t *);
     double bound;
-  } files[] = {{"s14aa_reference.txt", s14aafn_, 4.0}, {"s14ab_reference.txt", s14abfn_, 2.0}};
+  } files[] = {{"s14aa_reference.txt", s14aafn_, 4.0}, {"s14ab_reference.txt", s14abfn_, 1.0}};
   for (const auto &f : files) {
     int rows = 0;
     for (const auto &r : zem::test::read_reference(dir + f.name, false)) {
