@@ -86,7 +86,24 @@ template <bool Fma>
     return r.hi;
   }
   if (x >= 1.0) return gamma_unit(x - 1.5);
-  if (x > 0.0) return gamma_unit(x - 0.5) / x;  // y = x + 1
+  if (x > 0.0) {
+    // Gamma(1 + x)/x, with Gamma(1 + x) = G + t Q(t) as a pair so that the
+    // division is the only rounding of note (the polynomial's own rounding
+    // enters through t Q, below 0.13 relatively).  t = x - 1/2 is exact for
+    // x >= 1/4 (and the fast two-sum then returns te = 0); below, its
+    // rounding error te (|te| <= 2^-54, exact by the fast two-sum) is carried to first order with Gamma'(1 + x) from its
+    // Taylor series to x^4 (within 3% for x < 1/4, so that te's share is
+    // off by far less than 2^-60).
+    const dd t = fast_two_sum(-0.5, x);
+    const dd tq = two_prod<Fma>(t.hi, horner(gamma_unit_set(), t.hi));
+    const dd g = fast_two_sum(gamma_three_halves, tq.hi);  // |t Q| < G
+    double slope = 0.0;
+    if (t.lo != 0.0)
+      slope = -0.5772156649015329 +
+              x * (1.9781119906559451 + x * (-2.7224372282426589 + x * (3.9269123473376007 + x * -4.909975344515726)));
+    const double lo = g.lo + (tq.lo + t.lo * slope);
+    return div<Fma>(dd{g.hi, lo}, dd{x, 0.0}).hi;
+  }
   if (x > -1.0) {
     // y = x + 2; the factor x + 1 is not exact when x > -1/2: kept as a pair.
     const dd d = mul<Fma>(fast_two_sum(1.0, x), x);
