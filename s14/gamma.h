@@ -224,10 +224,8 @@ template <bool Fma>
     r = (p.hi - 1.0) + p.lo;
   }
   const double r2 = r * r;
-  const double r4 = r2 * r2;
-  // r^2 q(r) in two halves side by side (Estrin's scheme: a short chain).
-  const double r2q = r2 * (-0.5 + r * (1.0 / 3.0)) + r4 * ((-0.25 + r * 0.2) + r2 * (-1.0 / 6.0));
-  return {e * log_ln2_hi + row[1], r, (row[2] + e * log_ln2_lo) + r2q};
+  const double q = (-0.5 + r * (1.0 / 3.0)) + r2 * ((-0.25 + r * 0.2) + r2 * (-1.0 / 6.0));  // short chain
+  return {e * log_ln2_hi + row[1], r, (row[2] + e * log_ln2_lo) + r2 * q};
 }
 
 // ln x as an unnormalised pair, for a positive normal x with |ln x| >= 0.38
@@ -445,22 +443,14 @@ template <bool Fma>
       // (x - 1/2) ln x - x + ln sqrt(2 pi) + C(1/x^2)/x, as (x - 1/2) head - x
       // (x - 1/2 is exact below 2^52; an exact product, at least 2.37 x, so
       // that one fast two-sum holds the difference) + the small rest.
-      // ln x = head + r + tail, head exact.  The rest gathers first the
-      // pieces that are ready early (the product's and the difference's
-      // errors, (x - 1/2) r with |r| < 2^-8), then the late ones (C/x, below
-      // 0.007, and (x - 1/2) tail, whose operands come last from the
-      // division and the logarithm's series), and ln sqrt(2 pi) last.
-      // Those pieces sum to less than 1/300 of the result (above 17), so
-      // that their roundings are far below its last place; the one rounding
-      // of note is the addition of ln sqrt(2 pi) (at most 2^-53 while x <=
-      // 30, and below 2^-58 of the result beyond).
+      // ln x = head + lo, head exact: (x - 1/2) lo (|lo| < 2^-7) is rounded
+      // once, far below the result's last place.
       const log_parts l = log_table_parts<Fma>(x);
       const double y = x - 0.5;
       const dd p = two_prod<Fma>(y, l.head);
       const double s = p.hi - x;
       const double s_lo = (p.hi - s) - x;
-      const double early = (s_lo + p.lo) + y * l.r;
-      return s + (0.9189385332046728 + (early + (lgamma_stirling_series(x) + y * l.tail)));
+      return s + (s_lo + (p.lo + y * (l.r + l.tail) + (0.9189385332046728 + lgamma_stirling_series(x))));
     }
     const double z = x - 4.0;
     const dd y = rational_pair<Fma, true>(lg_lanes4, z);

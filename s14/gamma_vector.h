@@ -109,13 +109,9 @@ template <class V>
 
 // --- ln Gamma, lane by lane -----------------------------------------------
 
-// log_table_parts of each lane: l.hi = head, l.r = r, l.lo = tail.
-template <class V>
-struct log_parts_v {
-  V hi{}, r{}, lo{};
-};
+// log_table_parts of each lane, as l.hi = head and l.lo = r + tail.
 template <bool Fma, class V>
-[[gnu::always_inline]] inline void log_table_parts4(const V &x, log_parts_v<V> &l) {
+[[gnu::always_inline]] inline void log_table_parts4(const V &x, pairv<V> &l) {
   // The exponent and the mantissa by integer vector operations (e as a
   // double by the 2^52 trick: exact); the table rows: four lanes as four
   // aligned loads turned into columns, eight lane by lane.
@@ -155,11 +151,9 @@ template <bool Fma, class V>
     r = (p.hi - 1.0) + p.lo;
   }
   const V r2 = r * r;
-  const V r4 = r2 * r2;
-  const V r2q = r2 * (-0.5 + r * (1.0 / 3.0)) + r4 * ((-0.25 + r * 0.2) + r2 * (-1.0 / 6.0));
+  const V q = (-0.5 + r * (1.0 / 3.0)) + r2 * ((-0.25 + r * 0.2) + r2 * (-1.0 / 6.0));
   l.hi = e * log_ln2_hi + t_hi;
-  l.r = r;
-  l.lo = (t_lo + e * log_ln2_lo) + r2q;
+  l.lo = r + ((t_lo + e * log_ln2_lo) + r2 * q);
 }
 
 // rational_pair of each lane: the four parts one after another, each with
@@ -242,7 +236,7 @@ struct lgamma_lanes {
   template <bool Fma, class V>
   [[gnu::always_inline]] static void lanes(int cls, const V &x, V &f) {
     if (cls == 1) {
-      log_parts_v<V> l;
+      pairv<V> l;
       log_table_parts4<Fma>(x, l);
       const V inv = 1.0 / x;
       const V w = inv * inv;
@@ -255,8 +249,7 @@ struct lgamma_lanes {
       two_prod4<Fma>(y, l.hi, p);
       const V s = p.hi - x;
       const V s_lo = (p.hi - s) - x;
-      const V early = (s_lo + p.lo) + y * l.r;
-      f = s + (0.9189385332046728 + (early + (res + y * l.lo)));
+      f = s + (s_lo + (p.lo + y * l.lo + (0.9189385332046728 + res)));
     } else if (cls == 2) {
       pairv<V> y, s;
       V d{};
