@@ -434,21 +434,24 @@ template <bool Fma>
 // Stirling correction (below 0.04% of the result) is plain.
 template <bool Fma>
 [[gnu::always_inline]] inline double lgamma_core_t(double x) {
-  if (x > 12.0) {
-    if (__builtin_expect(x >= lgamma_x_near, 0)) return lgamma_far<Fma>(x);
-    // (x - 1/2) ln x - x + ln sqrt(2 pi) + C(1/x^2)/x, as (x - 1/2) head - x
-    // (x - 1/2 is exact below 2^52; an exact product, at least 2.37 x, so
-    // that one fast two-sum holds the difference) + the small rest.
-    // ln x = head + lo, head exact: (x - 1/2) lo (|lo| < 2^-7) is rounded
-    // once, far below the result's last place.
-    const log_parts l = log_table_parts<Fma>(x);
-    const double y = x - 0.5;
-    const dd p = two_prod<Fma>(y, l.head);
-    const double s = p.hi - x;
-    const double s_lo = (p.hi - s) - x;
-    return s + (s_lo + (p.lo + y * (l.r + l.tail) + (0.9189385332046728 + lgamma_stirling_series(x))));
-  }
+  // x > 4 is tested first: on arguments spread over (1/2, 30) in random
+  // order it is the better predicted split (88% of them above 4), and x > 12
+  // then parts the rest.
   if (x > 4.0) {
+    if (x > 12.0) {
+      if (__builtin_expect(x >= lgamma_x_near, 0)) return lgamma_far<Fma>(x);
+      // (x - 1/2) ln x - x + ln sqrt(2 pi) + C(1/x^2)/x, as (x - 1/2) head - x
+      // (x - 1/2 is exact below 2^52; an exact product, at least 2.37 x, so
+      // that one fast two-sum holds the difference) + the small rest.
+      // ln x = head + lo, head exact: (x - 1/2) lo (|lo| < 2^-7) is rounded
+      // once, far below the result's last place.
+      const log_parts l = log_table_parts<Fma>(x);
+      const double y = x - 0.5;
+      const dd p = two_prod<Fma>(y, l.head);
+      const double s = p.hi - x;
+      const double s_lo = (p.hi - s) - x;
+      return s + (s_lo + (p.lo + y * (l.r + l.tail) + (0.9189385332046728 + lgamma_stirling_series(x))));
+    }
     const double z = x - 4.0;
     const dd y = rational_pair<Fma, true>(lg_lanes4, z);
     const dd s = two_sum(lg_d4, y.hi);
